@@ -1,0 +1,386 @@
+#include "Kestro/Core/Property.h"
+
+#include <utility>
+
+#include "Kestro/Core/PropertyConversions.h"
+#include "Kestro/Core/PropertyException.h"
+#include "Kestro/Core/PropertyValueToString.h"
+
+namespace Kestro::Core {
+
+namespace {
+
+[[noreturn]] void ThrowMissing(std::string_view path, std::string_view segment) {
+    std::string message = "There is no \"";
+    message.append(segment).append("\" at the path \"").append(path).append("\"");
+    PropertyException exception;
+    exception << TagDescription(message) << TagDetails(std::string(path));
+    Throw(exception, BOOST_CURRENT_LOCATION);
+}
+
+[[noreturn]] void ThrowValue(const Property& property, const char* wanted) {
+    const std::string value = PropertyValueToString(property);
+    std::string message = "\"" + property.Name() + "\" = \"" + value + "\" cannot be read as " + wanted;
+    if (property.IsEmpty()) message = "\"" + property.Name() + "\" has no value to be read as " + wanted;
+    if (property.Type() == PropertyTypes::Node) message = "\"" + property.Name() + "\" is a list, not " + wanted;
+    PropertyException exception;
+    exception << TagDescription(message) << TagDetails(value);
+    Throw(exception, BOOST_CURRENT_LOCATION);
+}
+
+template <class... Cases>
+struct Overloaded : Cases... {
+    using Cases::operator()...;
+};
+
+template <class T>
+T ValueOrThrow(const std::optional<T>& value, const Property& property, const char* wanted) {
+    if (!value) ThrowValue(property, wanted);
+    return *value;
+}
+
+}  // namespace
+
+Property::Property(const std::string& name) : name_(name) {}
+Property::Property(const std::string& name, bool value) : Property(name, Value(value)) {}
+Property::Property(const std::string& name, double value) : Property(name, Value(value)) {}
+Property::Property(const std::string& name, int value) : Property(name, Value(int64_t{value})) {}
+Property::Property(const std::string& name, int64_t value) : Property(name, Value(value)) {}
+Property::Property(const std::string& name, const char* value) : Property(name, Value(std::string(value))) {}
+Property::Property(const std::string& name, const std::string& value) : Property(name, Value(value)) {}
+Property::Property(const std::string& name, const Ratio& value) : Property(name, Value(value)) {}
+
+Property::Property(const Property& other) : Property(other.name_, Value(other.value_)) {
+    CopyChildren(other);
+}
+
+Property::Property(Property&& other) noexcept {
+    *this = std::move(other);
+}
+
+Property::~Property() {
+    RemoveAll();
+}
+
+Property& Property::operator=(const Property& other) {
+    if (this != &other) *this = Property(other);  // The other may hang below this node: copy it first.
+    return *this;
+}
+
+Property& Property::operator=(Property&& other) noexcept {
+    if (this == &other) return *this;
+    if (!isChild_) {
+        // A child that is moved from stays where it is, under its name.
+        if (other.isChild_) {
+            name_ = other.name_;
+        } else {
+            name_ = std::move(other.name_);
+            other.name_.clear();
+        }
+    }
+    TakeData(other);
+    return *this;
+}
+
+Property& Property::operator=(bool value) {
+    return SetValue(Value(value));
+}
+Property& Property::operator=(double value) {
+    return SetValue(Value(value));
+}
+Property& Property::operator=(int value) {
+    return SetValue(Value(int64_t{value}));
+}
+Property& Property::operator=(int64_t value) {
+    return SetValue(Value(value));
+}
+Property& Property::operator=(const char* value) {
+    return SetValue(Value(std::string(value)));
+}
+Property& Property::operator=(const std::string& value) {
+    return SetValue(Value(value));
+}
+Property& Property::operator=(const Ratio& value) {
+    return SetValue(Value(value));
+}
+
+void Property::CopyDataFrom(const Property& other) {
+    if (this == &other) return;
+    Property copy(other);
+    TakeData(copy);
+}
+
+Property& Property::SetChild(const std::string& name) {
+    return Child(name).SetValue(Value());
+}
+Property& Property::SetChild(const std::string& name, bool value) {
+    return Child(name).SetValue(Value(value));
+}
+Property& Property::SetChild(const std::string& name, double value) {
+    return Child(name).SetValue(Value(value));
+}
+Property& Property::SetChild(const std::string& name, int value) {
+    return Child(name).SetValue(Value(int64_t{value}));
+}
+Property& Property::SetChild(const std::string& name, int64_t value) {
+    return Child(name).SetValue(Value(value));
+}
+Property& Property::SetChild(const std::string& name, const Ratio& value) {
+    return Child(name).SetValue(Value(value));
+}
+
+Property& Property::SetChild(const std::string& name, const char* value) {
+    Value kept = std::string(value);
+    return Child(name).SetValue(std::move(kept));
+}
+
+Property& Property::SetChild(const std::string& name, const std::string& value) {
+    Value kept = value;  // It may be this node's own text, which goes when a child comes.
+    return Child(name).SetValue(std::move(kept));
+}
+
+Property& Property::SetChild(const std::string& name, const Property& value) {
+    return SetChild(name, Property(value));
+}
+
+Property& Property::SetChild(const std::string& name, Property&& value) {
+    Property kept(std::move(value));
+    Property& child = Child(name);
+    child.TakeData(kept);
+    return child;
+}
+
+void Property::RemoveChild(const std::string& name) {
+    Property* before = nullptr;
+    for (Property* child = first_; child != nullptr; before = child, child = child->next_) {
+        if (child->name_ != name) continue;
+        (before != nullptr ? before->next_ : first_) = child->next_;
+        if (last_ == child) last_ = before;
+        --count_;
+        delete child;
+        return;
+    }
+}
+
+void Property::RemoveAll() noexcept {
+    // Level by level and not by recursion: a tree may be deeper than the stack.
+    Property* head = first_;
+    Property* tail = last_;
+    first_ = last_ = nullptr;
+    count_ = 0;
+    while (head != nullptr) {
+        if (head->first_ != nullptr) {
+            tail->next_ = head->first_;
+            tail = head->last_;
+            head->first_ = head->last_ = nullptr;
+        }
+        Property* const next = head->next_;
+        delete head;
+        head = next;
+    }
+}
+
+const Property& Property::operator[](std::size_t index) const {
+    const Property* child = first_;
+    for (std::size_t i = 0; i < index && child != nullptr; ++i) child = child->next_;
+    if (child == nullptr) ThrowMissing(name_, std::to_string(index));
+    return *child;
+}
+
+const Property& Property::operator[](const std::string& name) const {
+    const Property* child = Find(name);
+    if (child == nullptr) ThrowMissing(name_.empty() ? name : name_ + SEPARATOR + name, name);
+    return *child;
+}
+
+Property& Property::operator[](const std::string& name) {
+    return const_cast<Property&>(std::as_const(*this)[name]);
+}
+
+const Property& Property::ChildByPath(const std::string& path) const {
+    return Descend(path);
+}
+
+Property& Property::ChildByPath(const std::string& path) {
+    return const_cast<Property&>(Descend(path));
+}
+
+namespace {
+
+/// Cuts the first segment off a path; false when there is none left.
+bool NextSegment(std::string_view& path, std::string_view& segment, bool& more) {
+    if (!more) return false;
+    const size_t end = path.find('/');
+    segment = path.substr(0, end);
+    more = end != std::string_view::npos;
+    path = more ? path.substr(end + 1) : std::string_view();
+    return true;
+}
+
+}  // namespace
+
+const Property* Property::FindByPath(std::string_view path) const {
+    const Property* node = this;
+    std::string_view segment;
+    for (bool more = !path.empty(); node != nullptr && NextSegment(path, segment, more);) {
+        const size_t equals = segment.find('=');
+        node = equals == std::string_view::npos ? node->Find(segment)
+                                                : node->Select(segment.substr(0, equals), segment.substr(equals + 1));
+    }
+    return node;
+}
+
+const Property& Property::Descend(std::string_view path) const {
+    if (const Property* found = FindByPath(path)) return *found;
+    // Only a failure pays for knowing where it was.
+    const Property* node = this;
+    std::string_view rest = path;
+    std::string_view segment;
+    for (bool more = true; node != nullptr && NextSegment(rest, segment, more);) node = node->FindByPath(segment);
+    ThrowMissing(path, segment);
+}
+
+bool Property::operator==(const Property& other) const noexcept {
+    if (this == &other) return true;
+    if (count_ != other.count_ || value_ != other.value_) return false;
+    const Property* theirs = other.first_;
+    for (const Property* mine = first_; mine != nullptr; mine = mine->next_, theirs = theirs->next_) {
+        if (mine->name_ != theirs->name_ || !(*mine == *theirs)) return false;
+    }
+    return true;
+}
+
+bool Property::GetBool() const {
+    const auto convert = Overloaded{
+        [](std::monostate) { return std::optional<bool>(); },
+        [](bool value) { return std::optional<bool>(value); },
+        [](double value) { return value == value ? std::optional<bool>(value != 0.0) : std::nullopt; },
+        [](int64_t value) { return std::optional<bool>(value != 0); },
+        [](const std::string& value) { return Conversions::ParseBool(value); },
+        [](const Ratio& value) { return std::optional<bool>(value.numerator() != 0); },
+    };
+    return ValueOrThrow(std::visit(convert, value_), *this, "a boolean");
+}
+
+double Property::GetDouble() const {
+    const auto convert = Overloaded{
+        [](std::monostate) { return std::optional<double>(); },
+        [](bool value) { return std::optional<double>(value ? 1.0 : 0.0); },
+        [](double value) { return std::optional<double>(value); },
+        [](int64_t value) { return std::optional<double>(static_cast<double>(value)); },
+        [](const std::string& value) { return Conversions::ParseDouble(value); },
+        [](const Ratio& value) { return std::optional<double>(boost::rational_cast<double>(value)); },
+    };
+    return ValueOrThrow(std::visit(convert, value_), *this, "a number");
+}
+
+int64_t Property::GetInt64() const {
+    const auto convert = Overloaded{
+        [](std::monostate) { return std::optional<int64_t>(); },
+        [](bool value) { return std::optional<int64_t>(value ? 1 : 0); },
+        [](double value) { return Conversions::ToInt64(value); },
+        [](int64_t value) { return std::optional<int64_t>(value); },
+        [](const std::string& value) { return Conversions::ParseInt64(value); },
+        [](const Ratio& value) { return std::optional<int64_t>(boost::rational_cast<int64_t>(value)); },
+    };
+    return ValueOrThrow(std::visit(convert, value_), *this, "an integer");
+}
+
+Property::Ratio Property::GetRatio() const {
+    const auto convert = Overloaded{
+        [](std::monostate) { return std::optional<Ratio>(); },
+        [](bool value) { return std::optional<Ratio>(Ratio(value ? 1 : 0)); },
+        [](double value) { return Conversions::ToRatio(value); },
+        [](int64_t value) { return std::optional<Ratio>(Ratio(value)); },
+        [](const std::string& value) { return Conversions::ParseRatio(value); },
+        [](const Ratio& value) { return std::optional<Ratio>(value); },
+    };
+    return ValueOrThrow(std::visit(convert, value_), *this, "a ratio");
+}
+
+const std::string& Property::GetString() const {
+    const auto* text = std::get_if<std::string>(&value_);
+    if (text == nullptr) ThrowValue(*this, "a text");
+    return *text;
+}
+
+Property* Property::Find(std::string_view name) const noexcept {
+    for (Property* child = first_; child != nullptr; child = child->next_) {
+        if (child->name_ == name) return child;
+    }
+    return nullptr;
+}
+
+Property* Property::Select(std::string_view field, std::string_view text) const {
+    for (Property* child = first_; child != nullptr; child = child->next_) {
+        const Property* value = child->Find(field);
+        if (value == nullptr) continue;
+        const auto* own = std::get_if<std::string>(&value->value_);
+        if (own != nullptr ? *own == text : PropertyValueToString(*value) == text) return child;
+    }
+    return nullptr;
+}
+
+Property& Property::Child(const std::string& name) {
+    if (Property* child = Find(name)) {
+        child->RemoveAll();
+        return *child;
+    }
+    auto* child = new Property(name);
+    value_ = Value();
+    return Append(child);
+}
+
+Property& Property::Append(Property* child) noexcept {
+    child->isChild_ = true;
+    (last_ != nullptr ? last_->next_ : first_) = child;
+    last_ = child;
+    ++count_;
+    return *child;
+}
+
+Property& Property::SetValue(Value&& value) noexcept {
+    value_ = std::move(value);
+    RemoveAll();
+    return *this;
+}
+
+void Property::CopyChildren(const Property& other) {
+    for (const Property* child = other.first_; child != nullptr; child = child->next_) Append(new Property(*child));
+}
+
+void Property::TakeData(Property& other) noexcept {
+    // The other node may hang below this one: take what it holds before this node's children go.
+    Value value = std::exchange(other.value_, Value());
+    Property* const first = std::exchange(other.first_, nullptr);
+    Property* const last = std::exchange(other.last_, nullptr);
+    const uint32_t count = std::exchange(other.count_, 0);
+    RemoveAll();
+    value_ = std::move(value);
+    first_ = first;
+    last_ = last;
+    count_ = count;
+}
+
+std::string PropertyValueToString(const Property& property) {
+    switch (property.Type()) {
+        case PropertyTypes::Bool:
+            return property.GetBool() ? "true" : "false";
+        case PropertyTypes::Double:
+            return Conversions::Print(property.GetDouble());
+        case PropertyTypes::Int64:
+            return std::to_string(property.GetInt64());
+        case PropertyTypes::String:
+            return property.GetString();
+        case PropertyTypes::Ratio: {
+            const Property::Ratio ratio = property.GetRatio();
+            return std::to_string(ratio.numerator()) + "/" + std::to_string(ratio.denominator());
+        }
+        case PropertyTypes::Empty:
+        case PropertyTypes::Node:
+            break;
+    }
+    return {};
+}
+
+}  // namespace Kestro::Core

@@ -1,0 +1,182 @@
+#pragma once
+
+#include <boost/rational.hpp>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "Kestro/Constant.h"
+#include "Kestro/Export.h"
+#include "Kestro/PropertyTypes.h"
+
+namespace Kestro::Core {
+
+/// A named node of a settings tree: either one value, or an ordered list of children with unique names, or empty.
+///
+/// Value semantics: a copy is deep, a moved-from node is empty. References to children stay valid while other children
+/// are added, removed or replaced; they end when their own child is removed, replaced by SetChild, or its parent
+/// assigned to. A node that is a child keeps the name under which its parent holds it, whatever is assigned to it.
+/// Const operations may run on any number of threads at once.
+///
+/// Errors: reading a child that is not there, or a value that the wanted form cannot hold, throws PropertyException.
+class KESTRO_COREINT_API Property {
+public:
+    using Ratio = boost::rational<int64_t>;
+    class ConstIterator;
+
+    /// Joins the names of a path: "AudioResample/Resampler/SampleRate".
+    static KESTRO_CONSTANT std::string SEPARATOR = "/";
+
+    Property() noexcept = default;
+    explicit Property(const std::string& name);
+    Property(const std::string& name, bool value);
+    Property(const std::string& name, double value);
+    Property(const std::string& name, int value);
+    Property(const std::string& name, int64_t value);
+    Property(const std::string& name, const char* value);
+    Property(const std::string& name, const std::string& value);
+    Property(const std::string& name, const Ratio& value);
+    Property(const Property& other);
+    Property(Property&& other) noexcept;
+    virtual ~Property();
+
+    /// Takes over value and children; the name too, unless this node is the child of another.
+    Property& operator=(const Property& other);
+    Property& operator=(Property&& other) noexcept;
+
+    /// Replace the value (children go) and keep the name.
+    Property& operator=(bool value);
+    Property& operator=(double value);
+    Property& operator=(int value);
+    Property& operator=(int64_t value);
+    Property& operator=(const char* value);
+    Property& operator=(const std::string& value);
+    Property& operator=(const Ratio& value);
+
+    /// Takes over value and children of the other node and keeps this node's name.
+    void CopyDataFrom(const Property& other);
+
+    const std::string& Name() const noexcept { return name_; }
+    PropertyTypes Type() const noexcept {
+        return first_ != nullptr ? PropertyTypes::Node : static_cast<PropertyTypes>(value_.index());
+    }
+
+    /// Makes the child `name` an empty node, or one with the value: in its old place if it was there, else at the end.
+    /// A value held by this node itself goes. The value may be a part of this very tree. Returns the child.
+    Property& SetChild(const std::string& name);
+    Property& SetChild(const std::string& name, bool value);
+    Property& SetChild(const std::string& name, double value);
+    Property& SetChild(const std::string& name, int value);
+    Property& SetChild(const std::string& name, int64_t value);
+    Property& SetChild(const std::string& name, const char* value);
+    Property& SetChild(const std::string& name, const std::string& value);
+    Property& SetChild(const std::string& name, const Ratio& value);
+    Property& SetChild(const std::string& name, const Property& value);
+    Property& SetChild(const std::string& name, Property&& value);
+
+    /// Does nothing when there is no such child.
+    void RemoveChild(const std::string& name);
+    /// Removes all children.
+    void RemoveAll() noexcept;
+
+    /// Number of children.
+    std::size_t Count() const noexcept { return count_; }
+    /// Neither a value nor children.
+    bool IsEmpty() const noexcept { return Type() == PropertyTypes::Empty; }
+    bool ChildExists(const std::string& name) const noexcept { return Find(name) != nullptr; }
+
+    /// The child by place (in order of insertion) or by name. Throws PropertyException when it is not there.
+    const Property& operator[](std::size_t index) const;
+    const Property& operator[](const std::string& name) const;
+    Property& operator[](const std::string& name);
+
+    /// The node below this one at a path: names joined by SEPARATOR. A segment `field=text` stands for the first child
+    /// that has a child `field` with that text: "Streams/TypeId=audio/AudioCodec". The empty path is this node. Throws
+    /// PropertyException naming the path and its first missing segment.
+    const Property& ChildByPath(const std::string& path) const;
+    Property& ChildByPath(const std::string& path);
+    /// As ChildByPath, with nullptr for a node that is not there.
+    const Property* FindByPath(std::string_view path) const;
+
+    /// The children in order.
+    ConstIterator begin() const noexcept;
+    ConstIterator end() const noexcept;
+
+    /// The value in the wanted form. Numbers, ratios and booleans convert by value (to an integer: towards zero; to a
+    /// ratio: the shortest decimal that reads back as the double), a text by reading the whole of it: "25", "2.5",
+    /// "30000/1001", "true". What cannot be kept (NaN, infinity, out of range, other text, no value) throws
+    /// PropertyException with the value in TagDetails.
+    bool GetBool() const;
+    double GetDouble() const;
+    int64_t GetInt64() const;
+    Ratio GetRatio() const;
+    /// Of a text alone; any other kind throws. PropertyValueToString prints every kind.
+    const std::string& GetString() const;
+
+    /// Same kind, value and children (their names and order too); the names of the two nodes themselves do not count.
+    bool operator==(const Property& other) const noexcept;
+
+private:
+    /// In the order of PropertyTypes, so that the index is the type.
+    using Value = std::variant<std::monostate, bool, double, int64_t, std::string, Ratio>;
+
+    Property(const std::string& name, Value&& value) : name_(name), value_(std::move(value)) {}
+
+    Property* Find(std::string_view name) const noexcept;
+    Property* Select(std::string_view field, std::string_view text) const;
+    const Property& Descend(std::string_view path) const;
+    Property& Child(const std::string& name);
+    Property& Append(Property* child) noexcept;
+    Property& SetValue(Value&& value) noexcept;
+    void CopyChildren(const Property& other);
+    void TakeData(Property& other) noexcept;
+
+    std::string name_;
+    Value value_;
+    // Children hang on a list: one allocation a node, and references to them stay valid.
+    Property* first_ = nullptr;
+    Property* last_ = nullptr;
+    Property* next_ = nullptr;
+    uint32_t count_ = 0;
+    bool isChild_ = false;
+};
+
+/// Walks the children of one node: `for (const Property& child : node)`.
+class Property::ConstIterator {
+public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Property;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Property*;
+    using reference = const Property&;
+
+    ConstIterator() noexcept = default;
+    explicit ConstIterator(const Property* node) noexcept : node_(node) {}
+    const Property& operator*() const noexcept { return *node_; }
+    const Property* operator->() const noexcept { return node_; }
+    ConstIterator& operator++() noexcept {
+        node_ = node_->next_;
+        return *this;
+    }
+    ConstIterator operator++(int) noexcept {
+        const ConstIterator before = *this;
+        ++*this;
+        return before;
+    }
+    bool operator==(const ConstIterator&) const noexcept = default;
+
+private:
+    const Property* node_ = nullptr;
+};
+
+inline Property::ConstIterator Property::begin() const noexcept {
+    return ConstIterator(first_);
+}
+inline Property::ConstIterator Property::end() const noexcept {
+    return {};
+}
+
+}  // namespace Kestro::Core

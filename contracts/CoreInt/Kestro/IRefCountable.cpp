@@ -1,0 +1,7 @@
+#include "Kestro/IRefCountable.h"
+
+namespace Kestro {
+
+IRefCountable::~IRefCountable() = default;
+
+}  // namespace Kestro
