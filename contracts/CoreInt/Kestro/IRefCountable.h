@@ -28,11 +28,7 @@ protected:
 };
 
 /// Connect the counting to boost::intrusive_ptr.
-inline void intrusive_ptr_add_ref(const IRefCountable* object) {
-    object->AddRef();
-}
-inline void intrusive_ptr_release(const IRefCountable* object) {
-    object->Release();
-}
+inline void intrusive_ptr_add_ref(const IRefCountable* object) { object->AddRef(); }
+inline void intrusive_ptr_release(const IRefCountable* object) { object->Release(); }
 
 }  // namespace Kestro

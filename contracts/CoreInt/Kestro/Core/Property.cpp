@@ -32,6 +32,8 @@ template <class... Cases>
 struct Overloaded : Cases... {
     using Cases::operator()...;
 };
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 template <class T>
 T ValueOrThrow(const std::optional<T>& value, const Property& property, const char* wanted) {
@@ -50,17 +52,11 @@ Property::Property(const std::string& name, const char* value) : Property(name, 
 Property::Property(const std::string& name, const std::string& value) : Property(name, Value(value)) {}
 Property::Property(const std::string& name, const Ratio& value) : Property(name, Value(value)) {}
 
-Property::Property(const Property& other) : Property(other.name_, Value(other.value_)) {
-    CopyChildren(other);
-}
+Property::Property(const Property& other) : Property(other.name_, Value(other.value_)) { CopyChildren(other); }
 
-Property::Property(Property&& other) noexcept {
-    *this = std::move(other);
-}
+Property::Property(Property&& other) noexcept { *this = std::move(other); }
 
-Property::~Property() {
-    RemoveAll();
-}
+Property::~Property() { RemoveAll(); }
 
 Property& Property::operator=(const Property& other) {
     if (this != &other) *this = Property(other);  // The other may hang below this node: copy it first.
@@ -69,9 +65,9 @@ Property& Property::operator=(const Property& other) {
 
 Property& Property::operator=(Property&& other) noexcept {
     if (this == &other) return *this;
-    if (!isChild_) {
+    if (parent_ == nullptr) {
         // A child that is moved from stays where it is, under its name.
-        if (other.isChild_) {
+        if (other.parent_ != nullptr) {
             name_ = other.name_;
         } else {
             name_ = std::move(other.name_);
@@ -82,27 +78,13 @@ Property& Property::operator=(Property&& other) noexcept {
     return *this;
 }
 
-Property& Property::operator=(bool value) {
-    return SetValue(Value(value));
-}
-Property& Property::operator=(double value) {
-    return SetValue(Value(value));
-}
-Property& Property::operator=(int value) {
-    return SetValue(Value(int64_t{value}));
-}
-Property& Property::operator=(int64_t value) {
-    return SetValue(Value(value));
-}
-Property& Property::operator=(const char* value) {
-    return SetValue(Value(std::string(value)));
-}
-Property& Property::operator=(const std::string& value) {
-    return SetValue(Value(value));
-}
-Property& Property::operator=(const Ratio& value) {
-    return SetValue(Value(value));
-}
+Property& Property::operator=(bool value) { return SetValue(Value(value)); }
+Property& Property::operator=(double value) { return SetValue(Value(value)); }
+Property& Property::operator=(int value) { return SetValue(Value(int64_t{value})); }
+Property& Property::operator=(int64_t value) { return SetValue(Value(value)); }
+Property& Property::operator=(const char* value) { return SetValue(Value(std::string(value))); }
+Property& Property::operator=(const std::string& value) { return SetValue(Value(value)); }
+Property& Property::operator=(const Ratio& value) { return SetValue(Value(value)); }
 
 void Property::CopyDataFrom(const Property& other) {
     if (this == &other) return;
@@ -110,24 +92,12 @@ void Property::CopyDataFrom(const Property& other) {
     TakeData(copy);
 }
 
-Property& Property::SetChild(const std::string& name) {
-    return Child(name).SetValue(Value());
-}
-Property& Property::SetChild(const std::string& name, bool value) {
-    return Child(name).SetValue(Value(value));
-}
-Property& Property::SetChild(const std::string& name, double value) {
-    return Child(name).SetValue(Value(value));
-}
-Property& Property::SetChild(const std::string& name, int value) {
-    return Child(name).SetValue(Value(int64_t{value}));
-}
-Property& Property::SetChild(const std::string& name, int64_t value) {
-    return Child(name).SetValue(Value(value));
-}
-Property& Property::SetChild(const std::string& name, const Ratio& value) {
-    return Child(name).SetValue(Value(value));
-}
+Property& Property::SetChild(const std::string& name) { return Child(name).SetValue(Value()); }
+Property& Property::SetChild(const std::string& name, bool value) { return Child(name).SetValue(Value(value)); }
+Property& Property::SetChild(const std::string& name, double value) { return Child(name).SetValue(Value(value)); }
+Property& Property::SetChild(const std::string& name, int value) { return Child(name).SetValue(Value(int64_t{value})); }
+Property& Property::SetChild(const std::string& name, int64_t value) { return Child(name).SetValue(Value(value)); }
+Property& Property::SetChild(const std::string& name, const Ratio& value) { return Child(name).SetValue(Value(value)); }
 
 Property& Property::SetChild(const std::string& name, const char* value) {
     Value kept = std::string(value);
@@ -139,9 +109,7 @@ Property& Property::SetChild(const std::string& name, const std::string& value) 
     return Child(name).SetValue(std::move(kept));
 }
 
-Property& Property::SetChild(const std::string& name, const Property& value) {
-    return SetChild(name, Property(value));
-}
+Property& Property::SetChild(const std::string& name, const Property& value) { return SetChild(name, Property(value)); }
 
 Property& Property::SetChild(const std::string& name, Property&& value) {
     Property kept(std::move(value));
@@ -193,17 +161,11 @@ const Property& Property::operator[](const std::string& name) const {
     return *child;
 }
 
-Property& Property::operator[](const std::string& name) {
-    return const_cast<Property&>(std::as_const(*this)[name]);
-}
+Property& Property::operator[](const std::string& name) { return const_cast<Property&>(std::as_const(*this)[name]); }
 
-const Property& Property::ChildByPath(const std::string& path) const {
-    return Descend(path);
-}
+const Property& Property::ChildByPath(const std::string& path) const { return Descend(path); }
 
-Property& Property::ChildByPath(const std::string& path) {
-    return const_cast<Property&>(Descend(path));
-}
+Property& Property::ChildByPath(const std::string& path) { return const_cast<Property&>(Descend(path)); }
 
 namespace {
 
@@ -219,14 +181,16 @@ bool NextSegment(std::string_view& path, std::string_view& segment, bool& more) 
 
 }  // namespace
 
+const Property* Property::Step(std::string_view segment) const {
+    const size_t equals = segment.find('=');
+    return equals == std::string_view::npos ? Find(segment)
+                                            : Select(segment.substr(0, equals), segment.substr(equals + 1));
+}
+
 const Property* Property::FindByPath(std::string_view path) const {
     const Property* node = this;
     std::string_view segment;
-    for (bool more = !path.empty(); node != nullptr && NextSegment(path, segment, more);) {
-        const size_t equals = segment.find('=');
-        node = equals == std::string_view::npos ? node->Find(segment)
-                                                : node->Select(segment.substr(0, equals), segment.substr(equals + 1));
-    }
+    for (bool more = !path.empty(); node != nullptr && NextSegment(path, segment, more);) node = node->Step(segment);
     return node;
 }
 
@@ -236,18 +200,30 @@ const Property& Property::Descend(std::string_view path) const {
     const Property* node = this;
     std::string_view rest = path;
     std::string_view segment;
-    for (bool more = true; node != nullptr && NextSegment(rest, segment, more);) node = node->FindByPath(segment);
+    for (bool more = true; node != nullptr && NextSegment(rest, segment, more);) node = node->Step(segment);
     ThrowMissing(path, segment);
 }
 
 bool Property::operator==(const Property& other) const noexcept {
-    if (this == &other) return true;
-    if (count_ != other.count_ || value_ != other.value_) return false;
-    const Property* theirs = other.first_;
-    for (const Property* mine = first_; mine != nullptr; mine = mine->next_, theirs = theirs->next_) {
-        if (mine->name_ != theirs->name_ || !(*mine == *theirs)) return false;
+    // Side by side along both trees, by their links and not by recursion: a tree may be deeper than the stack.
+    const Property* mine = this;
+    const Property* theirs = &other;
+    while (true) {
+        if (mine->count_ != theirs->count_ || mine->value_ != theirs->value_) return false;
+        if (mine->first_ != nullptr) {
+            mine = mine->first_;
+            theirs = theirs->first_;
+        } else {
+            while (mine != this && mine->next_ == nullptr) {
+                mine = mine->parent_;
+                theirs = theirs->parent_;
+            }
+            if (mine == this) return true;
+            mine = mine->next_;
+            theirs = theirs->next_;
+        }
+        if (mine->name_ != theirs->name_) return false;
     }
-    return true;
 }
 
 bool Property::GetBool() const {
@@ -332,7 +308,7 @@ Property& Property::Child(const std::string& name) {
 }
 
 Property& Property::Append(Property* child) noexcept {
-    child->isChild_ = true;
+    child->parent_ = this;
     (last_ != nullptr ? last_->next_ : first_) = child;
     last_ = child;
     ++count_;
@@ -346,7 +322,22 @@ Property& Property::SetValue(Value&& value) noexcept {
 }
 
 void Property::CopyChildren(const Property& other) {
-    for (const Property* child = other.first_; child != nullptr; child = child->next_) Append(new Property(*child));
+    const Property* from = &other;
+    Property* to = this;
+    while (true) {
+        if (from->first_ != nullptr) {
+            from = from->first_;
+        } else {
+            while (from != &other && from->next_ == nullptr) {
+                from = from->parent_;
+                to = to->parent_;
+            }
+            if (from == &other) return;
+            from = from->next_;
+            to = to->parent_;
+        }
+        to = &to->Append(new Property(from->name_, Value(from->value_)));
+    }
 }
 
 void Property::TakeData(Property& other) noexcept {
@@ -354,12 +345,13 @@ void Property::TakeData(Property& other) noexcept {
     Value value = std::exchange(other.value_, Value());
     Property* const first = std::exchange(other.first_, nullptr);
     Property* const last = std::exchange(other.last_, nullptr);
-    const uint32_t count = std::exchange(other.count_, 0);
+    const std::size_t count = std::exchange(other.count_, 0);
     RemoveAll();
     value_ = std::move(value);
     first_ = first;
     last_ = last;
     count_ = count;
+    for (Property* child = first_; child != nullptr; child = child->next_) child->parent_ = this;
 }
 
 std::string PropertyValueToString(const Property& property) {

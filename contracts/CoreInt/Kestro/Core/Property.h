@@ -127,6 +127,7 @@ private:
 
     Property* Find(std::string_view name) const noexcept;
     Property* Select(std::string_view field, std::string_view text) const;
+    const Property* Step(std::string_view segment) const;
     const Property& Descend(std::string_view path) const;
     Property& Child(const std::string& name);
     Property& Append(Property* child) noexcept;
@@ -137,11 +138,11 @@ private:
     std::string name_;
     Value value_;
     // Children hang on a list: one allocation a node, and references to them stay valid.
+    Property* parent_ = nullptr;
     Property* first_ = nullptr;
     Property* last_ = nullptr;
     Property* next_ = nullptr;
-    uint32_t count_ = 0;
-    bool isChild_ = false;
+    std::size_t count_ = 0;
 };
 
 /// Walks the children of one node: `for (const Property& child : node)`.
@@ -172,11 +173,7 @@ private:
     const Property* node_ = nullptr;
 };
 
-inline Property::ConstIterator Property::begin() const noexcept {
-    return ConstIterator(first_);
-}
-inline Property::ConstIterator Property::end() const noexcept {
-    return {};
-}
+inline Property::ConstIterator Property::begin() const noexcept { return ConstIterator(first_); }
+inline Property::ConstIterator Property::end() const noexcept { return {}; }
 
 }  // namespace Kestro::Core

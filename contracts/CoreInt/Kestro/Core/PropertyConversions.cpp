@@ -44,8 +44,9 @@ std::optional<Ratio> ReadDecimal(std::string_view text) {
     const bool negative = text.starts_with('-');
     if (negative) text.remove_prefix(1);
 
+    // Below zero, where there is room for one more.
     const auto grow = [](int64_t& value, int64_t digit) {
-        return !__builtin_mul_overflow(value, int64_t{10}, &value) && !__builtin_add_overflow(value, digit, &value);
+        return !__builtin_mul_overflow(value, int64_t{10}, &value) && !__builtin_sub_overflow(value, digit, &value);
     };
     int64_t numerator = 0;
     bool seenPoint = false;
@@ -74,7 +75,11 @@ std::optional<Ratio> ReadDecimal(std::string_view text) {
             return std::nullopt;
         }
     }
-    return Ratio(negative ? -numerator : numerator, denominator);
+    if (!negative) {
+        if (numerator == std::numeric_limits<int64_t>::min()) return std::nullopt;
+        numerator = -numerator;
+    }
+    return MakeRatio(numerator, denominator);
 }
 
 }  // namespace
