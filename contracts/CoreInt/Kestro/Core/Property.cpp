@@ -1,5 +1,6 @@
 #include "Kestro/Core/Property.h"
 
+#include <cstring>
 #include <utility>
 
 #include "Kestro/Core/PropertyConversions.h"
@@ -52,7 +53,7 @@ Property::Property(const std::string& name, const char* value) : Property(name, 
 Property::Property(const std::string& name, const std::string& value) : Property(name, Value(value)) {}
 Property::Property(const std::string& name, const Ratio& value) : Property(name, Value(value)) {}
 
-Property::Property(const Property& other) : Property(other.name_, Value(other.value_)) { CopyChildren(other); }
+Property::Property(const Property& other) : Property(other, Shallow()) { CopyChildren(other); }
 
 Property::Property(Property&& other) noexcept { *this = std::move(other); }
 
@@ -131,10 +132,13 @@ void Property::RemoveChild(const std::string& name) {
 }
 
 void Property::RemoveAll() noexcept {
+    if (first_ != nullptr) RemoveChildren();
+}
+
+void Property::RemoveChildren() noexcept {
     // Level by level and not by recursion: a tree may be deeper than the stack.
-    Property* head = first_;
-    Property* tail = last_;
-    first_ = last_ = nullptr;
+    Property* head = std::exchange(first_, nullptr);
+    Property* tail = std::exchange(last_, nullptr);
     count_ = 0;
     while (head != nullptr) {
         if (head->first_ != nullptr) {
@@ -148,20 +152,11 @@ void Property::RemoveAll() noexcept {
     }
 }
 
-const Property& Property::operator[](std::size_t index) const {
-    const Property* child = first_;
-    for (std::size_t i = 0; i < index && child != nullptr; ++i) child = child->next_;
-    if (child == nullptr) ThrowMissing(name_, std::to_string(index));
-    return *child;
+const Property& Property::Missing(const std::string& name) const {
+    ThrowMissing(name_.empty() ? name : name_ + SEPARATOR + name, name);
 }
 
-const Property& Property::operator[](const std::string& name) const {
-    const Property* child = Find(name);
-    if (child == nullptr) ThrowMissing(name_.empty() ? name : name_ + SEPARATOR + name, name);
-    return *child;
-}
-
-Property& Property::operator[](const std::string& name) { return const_cast<Property&>(std::as_const(*this)[name]); }
+const std::string& Property::NotAText() const { ThrowValue(*this, "a text"); }
 
 const Property& Property::ChildByPath(const std::string& path) const { return Descend(path); }
 
@@ -169,51 +164,113 @@ Property& Property::ChildByPath(const std::string& path) { return const_cast<Pro
 
 namespace {
 
-/// Cuts the first segment off a path; false when there is none left.
-bool NextSegment(std::string_view& path, std::string_view& segment, bool& more) {
-    if (!more) return false;
-    const size_t end = path.find('/');
-    segment = path.substr(0, end);
-    more = end != std::string_view::npos;
-    path = more ? path.substr(end + 1) : std::string_view();
-    return true;
+/// Whether two texts of the same length are the same, without a call for the short ones that names are.
+[[gnu::always_inline]] inline bool SameBytes(const char* a, const char* b, size_t size) {
+    const auto same = [a, b]<class Block>(size_t at, Block) {
+        Block mine;
+        Block theirs;
+        std::memcpy(&mine, a + at, sizeof(Block));
+        std::memcpy(&theirs, b + at, sizeof(Block));
+        return mine == theirs;
+    };
+    if (size >= 8) {
+        if (size > 16) return std::memcmp(a, b, size) == 0;
+        return same(0, uint64_t()) && same(size - 8, uint64_t());
+    }
+    if (size >= 4) return same(0, uint32_t()) && same(size - 4, uint32_t());
+    if (size >= 2) return same(0, uint16_t()) && same(size - 2, uint16_t());
+    return size == 0 || *a == *b;
 }
+
+[[gnu::always_inline]] inline bool SameText(const std::string& a, const std::string& b) {
+    return a.size() == b.size() && SameBytes(a.data(), b.data(), a.size());
+}
+
+/// The first segment of a path.
+std::string_view FirstSegment(std::string_view path) { return path.substr(0, path.find('/')); }
 
 }  // namespace
 
-const Property* Property::Step(std::string_view segment) const {
-    const size_t equals = segment.find('=');
-    return equals == std::string_view::npos ? Find(segment)
-                                            : Select(segment.substr(0, equals), segment.substr(equals + 1));
+/// Goes down a path that is not empty as far as it leads. Gives the last node, or null and the rest of the path from
+/// its first missing segment on.
+const Property* Property::Walk(std::string_view& path) const {
+    const Property* node = this;
+    const char* at = path.data();
+    const char* const end = at + path.size();
+    while (true) {
+        const auto left = static_cast<size_t>(end - at);
+        // The name that the path begins with is found without looking for the end of the segment.
+        const char first = left != 0 ? *at : '\0';
+        const Property* child = node->first_;
+        size_t size = 0;
+        for (; child != nullptr; child = child->next_) {
+            if (*child->name_.data() != first) continue;
+            size = child->name_.size();
+            const bool isWhole = size < left ? at[size] == '/' : size == left;
+            if (isWhole && SameBytes(child->name_.data(), at, size)) break;
+        }
+        if (child == nullptr) {
+            const std::string_view segment = FirstSegment({at, left});
+            const size_t equals = segment.find('=');
+            if (equals != std::string_view::npos) {
+                child = node->Select(segment.substr(0, equals), segment.substr(equals + 1));
+            }
+            if (child == nullptr) {
+                path = {at, left};
+                return nullptr;
+            }
+            size = segment.size();
+        }
+        if (size == left) return child;
+        node = child;
+        at += size + 1;
+    }
 }
 
-const Property* Property::FindByPath(std::string_view path) const {
-    const Property* node = this;
-    std::string_view segment;
-    for (bool more = !path.empty(); node != nullptr && NextSegment(path, segment, more);) node = node->Step(segment);
-    return node;
-}
+const Property* Property::FindByPath(std::string_view path) const { return path.empty() ? this : Walk(path); }
 
 const Property& Property::Descend(std::string_view path) const {
-    if (const Property* found = FindByPath(path)) return *found;
-    // Only a failure pays for knowing where it was.
-    const Property* node = this;
+    if (path.empty()) return *this;
     std::string_view rest = path;
-    std::string_view segment;
-    for (bool more = true; node != nullptr && NextSegment(rest, segment, more);) node = node->Step(segment);
-    ThrowMissing(path, segment);
+    const Property* node = Walk(rest);
+    if (node == nullptr) ThrowMissing(path, FirstSegment(rest));
+    return *node;
 }
+
+namespace {
+
+template <class Value>
+bool SameValue(const Value& a, const Value& b) {
+    if (a.index() != b.index()) return false;
+    switch (static_cast<PropertyTypes>(a.index())) {
+        case PropertyTypes::Bool:
+            return *std::get_if<bool>(&a) == *std::get_if<bool>(&b);
+        case PropertyTypes::Double:
+            return *std::get_if<double>(&a) == *std::get_if<double>(&b);
+        case PropertyTypes::Int64:
+            return *std::get_if<int64_t>(&a) == *std::get_if<int64_t>(&b);
+        case PropertyTypes::String:
+            return SameText(*std::get_if<std::string>(&a), *std::get_if<std::string>(&b));
+        case PropertyTypes::Ratio:
+            return *std::get_if<Property::Ratio>(&a) == *std::get_if<Property::Ratio>(&b);
+        default:
+            return true;
+    }
+}
+
+}  // namespace
 
 bool Property::operator==(const Property& other) const noexcept {
     // Side by side along both trees, by their links and not by recursion: a tree may be deeper than the stack.
     const Property* mine = this;
     const Property* theirs = &other;
     while (true) {
-        if (mine->count_ != theirs->count_ || mine->value_ != theirs->value_) return false;
+        if (mine->count_ != theirs->count_) return false;
         if (mine->first_ != nullptr) {
             mine = mine->first_;
             theirs = theirs->first_;
         } else {
+            if (!SameValue(mine->value_, theirs->value_)) return false;
             while (mine != this && mine->next_ == nullptr) {
                 mine = mine->parent_;
                 theirs = theirs->parent_;
@@ -222,7 +279,7 @@ bool Property::operator==(const Property& other) const noexcept {
             mine = mine->next_;
             theirs = theirs->next_;
         }
-        if (mine->name_ != theirs->name_) return false;
+        if (!SameText(mine->name_, theirs->name_)) return false;
     }
 }
 
@@ -274,21 +331,8 @@ Property::Ratio Property::GetRatio() const {
     return ValueOrThrow(std::visit(convert, value_), *this, "a ratio");
 }
 
-const std::string& Property::GetString() const {
-    const auto* text = std::get_if<std::string>(&value_);
-    if (text == nullptr) ThrowValue(*this, "a text");
-    return *text;
-}
-
-Property* Property::Find(std::string_view name) const noexcept {
-    for (Property* child = first_; child != nullptr; child = child->next_) {
-        if (child->name_ == name) return child;
-    }
-    return nullptr;
-}
-
-Property* Property::Select(std::string_view field, std::string_view text) const {
-    for (Property* child = first_; child != nullptr; child = child->next_) {
+const Property* Property::Select(std::string_view field, std::string_view text) const {
+    for (const Property* child = first_; child != nullptr; child = child->next_) {
         const Property* value = child->Find(field);
         if (value == nullptr) continue;
         const auto* own = std::get_if<std::string>(&value->value_);
@@ -336,7 +380,7 @@ void Property::CopyChildren(const Property& other) {
             from = from->next_;
             to = to->parent_;
         }
-        to = &to->Append(new Property(from->name_, Value(from->value_)));
+        to = &to->Append(new Property(*from, Shallow()));
     }
 }
 
