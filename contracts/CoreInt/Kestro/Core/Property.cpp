@@ -200,7 +200,7 @@ const Property* Property::Walk(std::string_view& path) const {
     while (true) {
         const auto left = static_cast<size_t>(end - at);
         // The name that the path begins with is found without looking for the end of the segment.
-        const char first = left != 0 ? *at : '\0';
+        const char first = left != 0 && *at != '/' ? *at : '\0';  // of an empty name, its end
         const Property* child = node->first_;
         size_t size = 0;
         for (; child != nullptr; child = child->next_) {
