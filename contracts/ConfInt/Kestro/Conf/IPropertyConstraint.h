@@ -15,6 +15,8 @@ class KESTRO_CONFINT_API IPropertyConstraint : public virtual IRefCountable {
 public:
     /// Description of the rule that a frame's width and height are even (4:2:0 chroma halves both).
     static KESTRO_CONSTANT std::string DESCRIPTION_ID_EVEN_SIZE = "even-size";
+    /// Description of the rule that a frame rate is above 0, or the mark that keeps the source's.
+    static KESTRO_CONSTANT std::string DESCRIPTION_ID_FRAME_RATE = "frame-rate";
 
     ~IPropertyConstraint() override;
 
