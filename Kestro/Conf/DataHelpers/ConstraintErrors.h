@@ -1,0 +1,17 @@
+#pragma once
+
+#include <boost/assert/source_location.hpp>
+
+#include "Kestro/Conf/ConstraintIsNotApplicableForTypeException.h"
+
+namespace Kestro::Conf {
+
+/// Reports that a constraint which checks values of `type` was given something else.
+[[noreturn]] inline void ThrowNotApplicable(const char* constraintClass, PropertyTypes type,
+                                            const boost::source_location& where) {
+    ConstraintIsNotApplicableForTypeException exception;
+    exception << ConstraintException::TagConstraintClass(constraintClass) << ConstraintException::TagValueType(type);
+    Throw(exception, where);
+}
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,28 @@
+#include "Kestro/Conf/DataHelpers/SizeConstraints.h"
+
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Proc/IResize.h"
+
+namespace Kestro::Conf {
+
+SizeConstraints::SizeConstraints(Sizes sizes) : sizes_(std::move(sizes)) {}
+
+void SizeConstraints::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
+    for (const auto& [width, height] : sizes_) {
+        Core::Property size(Proc::IResize::FRAME_SIZE_MODE);
+        size.SetChild(IFormatCodecVideo::TAG_WIDTH, width);
+        size.SetChild(IFormatCodecVideo::TAG_HEIGHT, height);
+        consumer->AddValue(std::to_string(width) + " x " + std::to_string(height), size);
+    }
+    consumer->EndValues();
+}
+
+bool SizeConstraints::IsValid(const Core::Property& value) const {
+    return value.Type() == PropertyTypes::String && value.GetString() == Proc::IResize::FRAME_SIZE_CUSTOM;
+}
+
+bool SizeConstraints::CorrectValue(Core::Property& value) const { return IsValid(value); }
+
+std::string SizeConstraints::GetDescription(const std::string& /*settingName*/) const { return {}; }
+
+}  // namespace Kestro::Conf
