@@ -1,0 +1,267 @@
+#include "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG.h"
+
+#include <algorithm>
+
+#include "Kestro/Conf/DataHelpers/ConstraintSet.h"
+#include "Kestro/Conf/DataHelpers/HelperErrors.h"
+#include "Kestro/Conf/DataHelpers/PairValidationRule.h"
+#include "Kestro/Conf/GetDefaultVideoBitrate.h"
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/IPreset.h"
+#include "Kestro/Core/PropertyValueToString.h"
+#include "Kestro/Proc/IFilterFrameRate.h"
+#include "Kestro/Proc/IFilterResample.h"
+#include "Kestro/Proc/IFilterResize.h"
+#include "Kestro/Proc/SettingsFilterFrameRate.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr const char* kSource = "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG";
+
+/// Encoders without B-frames.
+constexpr Text kWithoutBFrames[] = {
+    IFormatCodecVideo::CODEC_ID_MJPEG,
+    IFormatCodecVideo::CODEC_ID_FLV1,
+    IFormatCodecVideo::CODEC_ID_WMV2,
+    IFormatCodecVideo::CODEC_ID_H263,
+};
+
+[[noreturn]] void ThrowUnknownStreamType(const char* function, boost::uint_least32_t line) {
+    ThrowHelper("Unknown stream type", {}, boost::source_location(kSource, line, function));
+}
+
+[[noreturn]] void ThrowUnknownMode(const std::string& mode, const char* function, boost::uint_least32_t line) {
+    ThrowHelper("Unknown bitrate mode", mode, boost::source_location(kSource, line, function));
+}
+
+}  // namespace
+
+DataHelperCodecFFMPEG::DataHelperCodecFFMPEG(const CodecSheet& sheet) : DataHelperCodecFFMPEG(sheet, sheet.codecId) {}
+
+DataHelperCodecFFMPEG::DataHelperCodecFFMPEG(const CodecSheet& sheet, const std::string& codecId)
+    : codecId_(codecId),
+      stream_(sheet.stream),
+      presetKey_(stream_ == StreamType::Audio ? IPreset::KEY_FILTER_AUDIO_CODEC : IPreset::KEY_FILTER_VIDEO_CODEC),
+      defaults_(presetKey_) {
+    const auto isOption = [](const SettingRow& row) { return row.node == Node::Options; };
+    const bool hasOptions = std::any_of(sheet.settings.begin(), sheet.settings.end(), isOption);
+    const std::string& options = IFormatCodec::TAG_CODEC_OPTIONS_ENCODE;
+
+    defaults_.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
+    for (const SettingRow& row : sheet.settings) {
+        if (!hasOptions && row.tag.get() == IFormatCodec::TAG_GLOBAL_HEADER) defaults_.SetChild(options);
+        WriteDefault(defaults_, row);
+        if (const auto constraint = MakeConstraint(row.allowed))
+            constraints_[SettingKey(row.node, row.tag)] = constraint;
+    }
+    if (!defaults_.ChildExists(options)) defaults_.SetChild(options);
+    if (!sheet.frameRates.empty()) constraints_[IFormatCodecVideo::TAG_FPS] = MakeConstraint(Rates{sheet.frameRates});
+    AddRules(sheet);
+}
+
+void DataHelperCodecFFMPEG::AddRules(const CodecSheet& sheet) {
+    const std::string own = SettingPath(presetKey_, Node::Own, IFormatCodec::TAG_CODEC_ID);
+    const auto isThisCodec = ConstraintSet::Create({{codecId_, codecId_}});
+    const auto add = [&](Node node, const std::string& tag, const Allowed& allowed) {
+        const auto rule =
+            PairValidationRule::Create(own, isThisCodec, SettingPath(presetKey_, node, tag), MakeConstraint(allowed));
+        rules_.emplace_back(SettingPath(presetKey_, Node::Own, tag), rule);
+    };
+    if (!sheet.sampleRates.empty()) {
+        add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, Integers{sheet.sampleRates});
+    }
+    if (!sheet.sampleFormats.empty()) {
+        add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, SampleFormatList{sheet.sampleFormats});
+    }
+    if (!sheet.layouts.empty()) add(Node::Resampler, IFormatCodecAudio::TAG_LAYOUT, Layouts{sheet.layouts});
+    if (stream_ == StreamType::Video) {
+        const Allowed rates = sheet.frameRates.empty() ? Allowed(AnyFrameRate()) : Allowed(Rates{sheet.frameRates});
+        add(Node::FrameRate, IFormatCodecVideo::TAG_FPS, rates);
+    }
+    for (const CodecRuleRow& row : sheet.rules) {
+        const auto rule =
+            PairValidationRule::Create(SettingPath(presetKey_, Node::Own, row.when), MakeConstraint(row.is),
+                                       SettingPath(presetKey_, row.node, row.tag), MakeConstraint(row.allowed));
+        rules_.emplace_back(SettingPath(presetKey_, Node::Own, row.tag), rule);
+    }
+}
+
+Core::Property DataHelperCodecFFMPEG::GetDefaultSettings() const { return defaults_; }
+
+void DataHelperCodecFFMPEG::GetRequiredFilters(FilterList& filters) const {
+    if (stream_ == StreamType::Audio) {
+        filters.emplace_back(Proc::IFilterResample::CLASS_ID, std::string());
+    } else {
+        filters.emplace_back(Proc::IFilterResize::CLASS_ID, std::string());
+        filters.emplace_back(Proc::IFilterFrameRate::CLASS_ID, std::string());
+    }
+}
+
+void DataHelperCodecFFMPEG::FillValidationRules(ValidationRuleList& rules) const {
+    rules.insert(rules.end(), rules_.begin(), rules_.end());
+}
+
+void DataHelperCodecFFMPEG::FillConstraints(ConstraintMap& constraints) const {
+    for (const auto& [key, constraint] : constraints_) constraints.insert_or_assign(key, constraint);
+}
+
+void DataHelperCodecFFMPEG::ApplyPresetSettings(const Core::Property& preset, Core::Property& settings) const {
+    const std::string& id = preset[IFormatCodec::TAG_CODEC_ID].GetString();
+    if (id != codecId_) {
+        ThrowHelper("Incompatible preset codec id: " + id + ", required " + codecId_, id,
+                    boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
+    }
+    switch (stream_) {
+        case StreamType::Audio:
+            ApplyAudioPreset(preset, settings);
+            break;
+        case StreamType::Video:
+            ApplyVideoPreset(preset, settings);
+            break;
+        default:
+            ThrowUnknownStreamType(BOOST_CURRENT_FUNCTION, __LINE__);
+    }
+    const std::string& options = IFormatCodec::TAG_CODEC_OPTIONS_ENCODE;
+    if (preset.ChildExists(options) && preset[options].Count() != 0) {
+        settings.SetChild(options, preset[options]);
+    } else {
+        settings.SetChild(options, GetDefaultSettings()[options]);
+    }
+}
+
+void DataHelperCodecFFMPEG::ApplyAudioPreset(const Core::Property& preset, Core::Property& settings) const {
+    settings.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
+    const std::string& mode = preset[IFormatCodec::TAG_BITRATE_MODE].GetString();
+    if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR) {
+        settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
+        settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE]);
+    } else if (mode == IFormatCodec::TAG_BITRATE_MODE_VBR) {
+        settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
+        settings.SetChild(IFormatCodec::TAG_QUALITY, preset[IFormatCodec::TAG_QUALITY]);
+    } else if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO) {
+        settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE_MODE_CBR);
+    } else {
+        ThrowUnknownMode(mode, BOOST_CURRENT_FUNCTION, __LINE__);
+    }
+}
+
+void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core::Property& settings) const {
+    settings.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
+    const std::string& mode = preset[IFormatCodec::TAG_BITRATE_MODE].GetString();
+
+    const std::string& fpsTag = IFormatCodecVideo::TAG_FPS;
+    auto fps = preset.ChildExists(fpsTag) ? preset[fpsTag].GetRatio()
+                                          : Proc::SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE;
+    if (fps == Proc::SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE) fps = settings[fpsTag].GetRatio();
+    settings.SetChild(fpsTag, fps);
+
+    for (const std::string& tag :
+         {std::cref(IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL),
+          std::cref(IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE), std::cref(IFormatCodec::TAG_THREAD_NUMBER)}) {
+        if (preset.ChildExists(tag)) settings.SetChild(tag, preset[tag].GetInt64());
+    }
+    const std::string& allCores = IFormatCodec::TAG_UTILIZE_ALL_RESOURCES;
+    if (preset.ChildExists(allCores)) settings.SetChild(allCores, preset[allCores].GetBool());
+    const std::string& passes = IFormatCodec::TAG_MULTIPASS_ENCODING;
+    if (preset.ChildExists(passes)) settings.SetChild(passes, preset[passes].GetString());
+
+    const auto defaultBitrate = [&](int quality) {
+        return GetDefaultVideoBitrate(codecId_, settings[IFormatCodecVideo::TAG_WIDTH].GetInt64(),
+                                      settings[IFormatCodecVideo::TAG_HEIGHT].GetInt64(),
+                                      boost::rational_cast<double>(fps), quality);
+    };
+    if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR) {
+        settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
+        settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE]);
+    } else if (mode == IFormatCodec::TAG_BITRATE_MODE_VBR) {
+        settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
+        if (!preset.ChildExists(IFormatCodec::TAG_QUALITY)) {
+            ThrowHelper("Quality is required for VBR bitrate mode", {},
+                        boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
+        }
+        const int64_t quality = preset[IFormatCodec::TAG_QUALITY].GetInt64();
+        settings.SetChild(IFormatCodec::TAG_QUALITY, quality);
+        const Core::Property* approved =
+            preset.FindByPath(SettingKey(Node::Options, IFormatCodecVideo::TAG_APPROVED_VBR_MODE_ONLY));
+        if (approved != nullptr && approved->GetBool() && preset.ChildExists(IFormatCodec::TAG_BITRATE)) {
+            settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE]);
+        } else {
+            // 0 and less say that no quality is given.
+            const auto given = static_cast<int>(std::clamp<int64_t>(quality, 0, IFormatCodec::MAX_QUALITY));
+            settings.SetChild(IFormatCodec::TAG_BITRATE, defaultBitrate(given));
+        }
+    } else if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO) {
+        settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE_MODE_CBR);
+        settings.SetChild(IFormatCodec::TAG_BITRATE, defaultBitrate(-1));
+    } else {
+        ThrowUnknownMode(mode, BOOST_CURRENT_FUNCTION, __LINE__);
+    }
+
+    const std::string& depth = IFormatCodecVideo::TAG_BITS_PER_PIXEL;
+    settings.SetChild(depth, preset.ChildExists(depth) ? preset[depth].GetInt64() : int64_t{0});
+    const std::string& cover = IFormatCodecVideo::TAG_COVER_FLAG;
+    settings.SetChild(cover, preset.ChildExists(cover) && preset[cover].GetBool());
+}
+
+void DataHelperCodecFFMPEG::RepairBitrate(Core::Property& settings) const {
+    const Core::Property defaults = GetDefaultSettings();
+    ConstraintMap constraints;
+    FillConstraints(constraints);
+    constexpr Text kTags[] = {IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE, IFormatCodec::TAG_QUALITY};
+    for (const std::string& tag : kTags) {
+        if (!settings.ChildExists(tag)) continue;
+        const auto found = constraints.find(tag);
+        if (found != constraints.end() && found->second->IsValid(settings[tag])) continue;
+        if (defaults.ChildExists(tag)) settings.SetChild(tag, defaults[tag]);
+    }
+}
+
+void DataHelperCodecFFMPEG::CorrectAudioResamplerSettings(const Core::Property& settings) const {
+    ValidationRuleList rules;
+    FillValidationRules(rules);
+    constexpr Text kTags[] = {IFormatCodecAudio::TAG_SAMPLE_RATE, IFormatCodecAudio::TAG_SAMPLE_FORMAT,
+                              IFormatCodecAudio::TAG_LAYOUT};
+    for (const std::string& tag : kTags) {
+        if (!settings.ChildExists(tag)) continue;
+        const auto concerns = [&tag](const auto& entry) {
+            return entry.second->GetSecondName().find(tag) != std::string::npos;
+        };
+        const auto rule = std::find_if(rules.begin(), rules.end(), concerns);
+        if (rule == rules.end() || rule->second->GetSecondConstraint()->IsValid(settings[tag])) continue;
+        const std::string value = Core::PropertyValueToString(settings[tag]);
+        ThrowHelper("Can't fix value [" + tag + "] = " + value + " for encoder [" + codecId_ + "]", value,
+                    boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
+    }
+}
+
+void DataHelperCodecFFMPEG::CorrectFormatCodec(Core::Property& settings) const {
+    switch (stream_) {
+        case StreamType::Audio:
+            CorrectAudioResamplerSettings(settings);
+            RepairBitrate(settings);
+            break;
+        case StreamType::Video:
+            RepairBitrate(settings);
+            CompleteVideo(settings);
+            break;
+        default:
+            ThrowUnknownStreamType(BOOST_CURRENT_FUNCTION, __LINE__);
+    }
+}
+
+void DataHelperCodecFFMPEG::CompleteVideo(Core::Property& settings) const {
+    const Core::Property defaults = GetDefaultSettings();
+    constexpr Text kTags[] = {IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL};
+    for (const std::string& tag : kTags) {
+        if (!settings.ChildExists(tag) && defaults.ChildExists(tag)) settings.SetChild(tag, defaults[tag]);
+    }
+    const auto isThis = [this](const std::string& codecId) { return codecId == codecId_; };
+    if (std::any_of(std::begin(kWithoutBFrames), std::end(kWithoutBFrames), isThis)) {
+        settings.RemoveChild(IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE);
+    }
+}
+
+}  // namespace Kestro::Conf
