@@ -1,0 +1,19 @@
+#pragma once
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+#include "Kestro/Conf/DataHelpers/Filters/DataHelperFilterBase.h"
+
+namespace Kestro::Conf {
+
+/// The filter that cuts audio into packets.
+class DataHelperAudioFormatter final : public DataHelperFilterBase {
+public:
+    /// A new helper; all of them say the same.
+    KESTRO_DATAHELPERS_API static boost::intrusive_ptr<const IDataHelper> Create();
+
+    /// AudioPackets { Packetizer { TypeId = default }, PacketDuration = 100000 }
+    Core::Property GetDefaultSettings() const override;
+};
+
+}  // namespace Kestro::Conf

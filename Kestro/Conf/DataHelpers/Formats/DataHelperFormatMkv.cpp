@@ -1,0 +1,52 @@
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMkv.h"
+
+#include "Kestro/Conf/DataHelpers/FormatFacts.h"
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecSubtitle.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/IFormatFile.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr Text kVideo[] = {
+    IFormatCodecVideo::CODEC_ID_H264,       IFormatCodecVideo::CODEC_ID_H265,    IFormatCodecVideo::CODEC_ID_MJPEG,
+    IFormatCodecVideo::CODEC_ID_MPEG2VIDEO, IFormatCodecVideo::CODEC_ID_MPEG4,   IFormatCodecVideo::CODEC_ID_THEORA,
+    IFormatCodecVideo::CODEC_ID_VP9,        IFormatCodecVideo::CODEC_ID_DVVIDEO, IFormatCodecVideo::CODEC_ID_AV1,
+};
+constexpr Text kAudio[] = {
+    IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_AC3,  IFormatCodecAudio::CODEC_ID_DTS,
+    IFormatCodecAudio::CODEC_ID_MP3, IFormatCodecAudio::CODEC_ID_ALAC, IFormatCodecAudio::CODEC_ID_VORBIS,
+};
+constexpr Text kSubtitles[] = {
+    IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE,
+    IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE,
+    IFormatCodecSubtitle::CODEC_ID_HDMV_PGS_SUBTITLE,
+    IFormatCodecSubtitle::CODEC_ID_SUBRIP,
+    IFormatCodecSubtitle::CODEC_ID_TEXT,
+    IFormatCodecSubtitle::CODEC_ID_ASS,
+    IFormatCodecSubtitle::CODEC_ID_SSA,
+};
+
+constexpr SettingRow kSettings[] = {
+    kWithGlobalHeader,
+};
+constexpr StreamRow kStreams[] = {
+    {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_H264},
+    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
+    {.type = StreamType::Subtitle, .codecs = kSubtitles, .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE},
+};
+constexpr FormatSheet kSheet{
+    .container = IFormatFile::FORMAT_MATROSKA,
+    .settings = kSettings,
+    .limits = kOneVideoAndMany,
+    .streams = kStreams,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperFormatMkv::DataHelperFormatMkv() : DataHelperFormatBase(kSheet) {}
+
+}  // namespace Kestro::Conf

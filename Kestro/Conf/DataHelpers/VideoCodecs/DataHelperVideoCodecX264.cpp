@@ -1,0 +1,64 @@
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecX264.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr Text kPasses[] = {IFormatCodec::TAG_ONE_PASS_MODE, IFormatCodec::TAG_TWO_PASS_MODE};
+constexpr Text kPresets[] = {
+    IFormatCodecVideo::TAG_X264_PRESET_ULTRAFAST, IFormatCodecVideo::TAG_X264_PRESET_SUPERFAST,
+    IFormatCodecVideo::TAG_X264_PRESET_VERYFAST,  IFormatCodecVideo::TAG_X264_PRESET_FASTER,
+    IFormatCodecVideo::TAG_X264_PRESET_FAST,      IFormatCodecVideo::TAG_X264_PRESET_MEDIUM,
+    IFormatCodecVideo::TAG_X264_PRESET_SLOW,      IFormatCodecVideo::TAG_X264_PRESET_SLOWER,
+    IFormatCodecVideo::TAG_X264_PRESET_VERYSLOW,  IFormatCodecVideo::TAG_X264_PRESET_PLACEBO,
+};
+constexpr Text kProfiles[] = {
+    IFormatCodecVideo::TAG_X264_PROFILE_BASELINE, IFormatCodecVideo::TAG_X264_PROFILE_MAIN,
+    IFormatCodecVideo::TAG_X264_PROFILE_HIGH,     IFormatCodecVideo::TAG_X264_PROFILE_HIGH10,
+    IFormatCodecVideo::TAG_X264_PROFILE_HIGH422,  IFormatCodecVideo::TAG_X264_PROFILE_HIGH444,
+};
+constexpr Text kTunes[] = {
+    IFormatCodecVideo::TAG_X264_TUNE_FILM,       IFormatCodecVideo::TAG_X264_TUNE_ANIMATION,
+    IFormatCodecVideo::TAG_X264_TUNE_GRAIN,      IFormatCodecVideo::TAG_X264_TUNE_STILLIMAGE,
+    IFormatCodecVideo::TAG_X264_TUNE_PSNR,       IFormatCodecVideo::TAG_X264_TUNE_SSIM,
+    IFormatCodecVideo::TAG_X264_TUNE_FASTDECODE, IFormatCodecVideo::TAG_X264_TUNE_ZEROLATENCY,
+};
+
+constexpr SettingRow kSettings[] = {
+    kVideoBitrate,
+    kCbrOrVbrMode,
+    {.tag = IFormatCodec::TAG_MULTIPASS_ENCODING,
+     .initial = IFormatCodec::TAG_ONE_PASS_MODE,
+     .allowed = Texts{kPasses}},
+    kGlobalHeader,
+    {.tag = IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL, .initial = 25},
+    {.tag = IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, .initial = 0},
+    {.tag = IFormatCodec::TAG_PRESET,
+     .node = Node::Options,
+     .initial = IFormatCodecVideo::TAG_X264_PRESET_FASTER,
+     .allowed = Texts{kPresets}},
+    {.tag = IFormatCodec::TAG_PROFILE,
+     .node = Node::Options,
+     .initial = IFormatCodecVideo::TAG_X264_PROFILE_MAIN,
+     .allowed = Texts{kProfiles}},
+    {.tag = IFormatCodecVideo::TAG_X264_TUNE,
+     .node = Node::Options,
+     .initial = IFormatCodecVideo::TAG_X264_TUNE_FILM,
+     .allowed = Texts{kTunes}},
+    kVideoQuality,
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecVideo::CODEC_ID_H264,
+    .stream = StreamType::Video,
+    .settings = kSettings,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperVideoCodecX264::DataHelperVideoCodecX264() : DataHelperCodecFFMPEG(kSheet) {}
+
+}  // namespace Kestro::Conf
