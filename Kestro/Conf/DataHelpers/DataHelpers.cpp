@@ -1,0 +1,109 @@
+#include "Kestro/Conf/DataHelpers/DataHelpers.h"
+
+#include <utility>
+
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecAac.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecMp3.h"
+#include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioFormatter.h"
+#include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioResample.h"
+#include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioVolume.h"
+#include "Kestro/Conf/DataHelpers/Filters/DataHelperVideoResample.h"
+#include "Kestro/Conf/DataHelpers/Filters/DataHelperVideoResize.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMkv.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMp4.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecX264.h"
+#include "Kestro/Conf/HelperException.h"
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/Conf/IPreset.h"
+#include "Kestro/Proc/IFilterAudioFormatter.h"
+#include "Kestro/Proc/IFilterAudioVolume.h"
+#include "Kestro/Proc/IFilterFrameRate.h"
+#include "Kestro/Proc/IFilterResample.h"
+#include "Kestro/Proc/IFilterResize.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr const char* kSource = "Kestro/Conf/DataHelpers/DataHelpers";
+
+template <class Helper, class... Arguments>
+boost::intrusive_ptr<const IDataHelper> Make(Arguments&&... arguments) {
+    return new Helper(std::forward<Arguments>(arguments)...);
+}
+
+const DataHelperTable kAudioCodecs{
+    {IFormatCodecAudio::CODEC_ID_AAC, Make<DataHelperAudioCodecAac>()},
+    {IFormatCodecAudio::CODEC_ID_MP3, Make<DataHelperAudioCodecMp3>()},
+};
+
+const DataHelperTable kVideoCodecs{
+    {IFormatCodecVideo::CODEC_ID_H264, Make<DataHelperVideoCodecX264>()},
+};
+
+const DataHelperTable kFormats{
+    {IFormatFile::FORMAT_MP4, Make<DataHelperFormatMp4>(IFormatFile::FORMAT_MP4, true)},
+    {IFormatFile::FORMAT_M4V, Make<DataHelperFormatMp4>(IFormatFile::FORMAT_M4V, false)},
+    {IFormatFile::FORMAT_IPOD, Make<DataHelperFormatMp4>(IFormatFile::FORMAT_IPOD, false)},
+    {IFormatFile::FORMAT_MATROSKA, Make<DataHelperFormatMkv>()},
+};
+
+/// By class id.
+const DataHelperTable kFilters{
+    {Proc::IFilterResample::CLASS_ID, Make<DataHelperAudioResample>()},
+    {Proc::IFilterAudioVolume::CLASS_ID, Make<DataHelperAudioVolume>()},
+    {Proc::IFilterAudioFormatter::CLASS_ID, DataHelperAudioFormatter::Create()},
+    {Proc::IFilterFrameRate::CLASS_ID, Make<DataHelperVideoResample>()},
+    {Proc::IFilterResize::CLASS_ID, Make<DataHelperVideoResize>()},
+};
+
+/// Other names of types.
+const std::map<std::string, std::string> kAliases{
+    {IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO, IPreset::KEY_FILTER_AUDIO_CODEC},
+    {IFormatCodecVideo::TAG_FORMAT_CODEC_VIDEO, IPreset::KEY_FILTER_VIDEO_CODEC},
+};
+
+/// Null for a type that has no table.
+const DataHelperTable* FindTable(const std::string& type) {
+    if (type == IPreset::KEY_FORMAT) return &kFormats;
+    if (type == IPreset::KEY_FILTER_AUDIO_CODEC) return &kAudioCodecs;
+    if (type == IPreset::KEY_FILTER_VIDEO_CODEC) return &kVideoCodecs;
+    return nullptr;
+}
+
+[[noreturn]] void ThrowUnknownType(const std::string& type, const boost::source_location& where) {
+    HelperException exception;
+    exception << TagDescription("There is no type of helpers named \"" + type + "\"")
+              << HelperException::TagClassIsNotFound(type);
+    Throw(exception, where);
+}
+
+}  // namespace
+
+}  // namespace Kestro::Conf
+
+using Kestro::Conf::HelperException;
+using Kestro::Conf::IDataHelper;
+
+const DataHelperTable& GetAvailableDataHelpers(const std::string& type) {
+    if (const DataHelperTable* table = Kestro::Conf::FindTable(type)) return *table;
+    Kestro::Conf::ThrowUnknownType(type, boost::source_location(Kestro::Conf::kSource, 256, BOOST_CURRENT_FUNCTION));
+}
+
+const boost::intrusive_ptr<const IDataHelper> CreateDataHelper(const std::string& type, const std::string& name) {
+    if (const DataHelperTable* table = Kestro::Conf::FindTable(type)) {
+        const auto found = table->find(name);
+        if (found != table->end()) return found->second;
+        HelperException exception;
+        exception << Kestro::TagDescription("There is no helper of type \"" + type + "\" named \"" + name + "\"")
+                  << HelperException::TagClassIsFound(type) << HelperException::TagTypeIsNotFound(name);
+        Kestro::Throw(exception, boost::source_location(Kestro::Conf::kSource, 297, BOOST_CURRENT_FUNCTION));
+    }
+    const auto alias = Kestro::Conf::kAliases.find(type);
+    if (alias != Kestro::Conf::kAliases.end()) return CreateDataHelper(alias->second, name);
+    const auto filter = Kestro::Conf::kFilters.find(type);
+    if (filter != Kestro::Conf::kFilters.end()) return filter->second;
+    Kestro::Conf::ThrowUnknownType(type, boost::source_location(Kestro::Conf::kSource, 294, BOOST_CURRENT_FUNCTION));
+}
