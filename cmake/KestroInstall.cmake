@@ -1,0 +1,29 @@
+# The CMake package and the pkg-config module; libraries, headers and the program install themselves where they are defined.
+include(CMakePackageConfigHelpers)
+
+set(packageDir "${CMAKE_INSTALL_LIBDIR}/cmake/KestroDataHelpers")
+# The contracts that are built here and installed with the library, not those that an application brought.
+set(KESTRO_INSTALLED_CONTRACTS "")
+foreach(contract IN LISTS KESTRO_CONTRACTS)
+    if(TARGET Kestro${contract})
+        list(APPEND KESTRO_INSTALLED_CONTRACTS ${contract})
+    endif()
+endforeach()
+
+configure_package_config_file(
+    "${PROJECT_SOURCE_DIR}/packaging/KestroDataHelpersConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfig.cmake"
+    INSTALL_DESTINATION "${packageDir}"
+    NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(
+    "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfig.cmake"
+              "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfigVersion.cmake" DESTINATION "${packageDir}")
+
+# The module finds its prefix from where it lies, so an installed tree can be moved as a whole.
+set(pkgconfigDir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH KESTRO_PREFIX_FROM_PC "/${pkgconfigDir}" "/")
+string(REGEX REPLACE "/$" "" KESTRO_PREFIX_FROM_PC "${KESTRO_PREFIX_FROM_PC}")
+configure_file("${PROJECT_SOURCE_DIR}/packaging/kestro-datahelpers.pc.in"
+               "${PROJECT_BINARY_DIR}/packaging/kestro-datahelpers.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/packaging/kestro-datahelpers.pc" DESTINATION "${pkgconfigDir}")
