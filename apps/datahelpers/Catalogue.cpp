@@ -1,0 +1,151 @@
+#include "Catalogue.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "Kestro/Conf/IFormatCodec.h"
+#include "Kestro/Conf/IPreset.h"
+#include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
+
+#include "Domain.h"
+#include "Muxer.h"
+#include "SettingsText.h"
+#include "Text.h"
+
+namespace App {
+namespace {
+
+using Kestro::Conf::IFormatCodec;
+using Kestro::Conf::IPreset;
+using Kestro::Conf::StreamType;
+using Kestro::Core::Property;
+
+ListEntry FormatEntry(const std::string& name, const Kestro::Conf::IDataHelper& helper) {
+    const std::string muxer = MuxerName(name);
+    ListEntry entry{name, {{"muxer", MuxerExists(muxer) ? muxer : std::string()}}};
+    const Property defaults = helper.GetDefaultSettings();
+    for (const Property& stream : defaults[IPreset::KEY_STREAMS]) {
+        for (const Property& node : stream) {
+            if (!node.ChildExists(IFormatCodec::TAG_CODEC_ID)) continue;
+            entry.facts.emplace_back(stream[IPreset::KEY_TYPE_ID].GetString(),
+                                     node[IFormatCodec::TAG_CODEC_ID].GetString());
+        }
+    }
+    return entry;
+}
+
+ListEntry MakeEntry(const HelperKind& kind, const std::string& name) {
+    if (&kind == &kFormats) return FormatEntry(name, *FindHelper(kind, name, ExitStatus::WrongUsage));
+    if (&kind == &kFilters) {
+        const auto filter = std::ranges::find(FilterKinds(), name, [](const FilterKind& row) { return row.classId; });
+        return {name, {{"type", filter->type == StreamType::Video ? "video" : "audio"}}};
+    }
+    // Left to the program, the codec is the container's default.
+    if (name == IFormatCodec::CODEC_ID_AUTO) return {name, {}};
+    return {name, {{"encoder", Kestro::FFWrapper::EncoderNameFromCodecId(name)}}};
+}
+
+void PrintParagraph(std::ostream& out, const std::string& text, std::size_t indent, std::size_t width) {
+    out << std::string(indent, ' ') << Wrapped(text, indent, indent + 2, width) << "\n";
+}
+
+std::string Title(const std::string& text) { return text + "\n"; }
+
+}  // namespace
+
+HelperList ListHelpers(const HelperKind& kind) {
+    HelperList list{.kind = &kind, .entries = {}};
+    for (const std::string& name : HelperNames(kind)) list.entries.push_back(MakeEntry(kind, name));
+    return list;
+}
+
+Json ToJson(const HelperList& list) {
+    Json entries = Json::array();
+    for (const ListEntry& entry : list.entries) {
+        Json& json = entries.emplace_back(Json{{"name", entry.name}});
+        for (const auto& [key, value] : entry.facts) json[key] = value.empty() ? Json() : Json(value);
+    }
+    return entries;
+}
+
+void Print(std::ostream& out, const HelperList& list) {
+    std::size_t longest = 0;
+    for (const ListEntry& entry : list.entries) longest = std::max(longest, entry.name.size());
+    out << list.kind->plural << "\n";
+    for (const ListEntry& entry : list.entries) {
+        std::string facts;
+        for (const auto& [key, value] : entry.facts) {
+            if (!facts.empty()) facts += ", ";
+            facts += value.empty() ? "no " + key + " in the installed FFmpeg" : key + " " + value;
+        }
+        out << "  " << entry.name;
+        if (!facts.empty()) out << std::string(longest - entry.name.size() + 2, ' ') << facts;
+        out << "\n";
+    }
+}
+
+HelperSheet ShowHelper(const HelperKind& kind, const std::string& name) {
+    const HelperPtr helper = FindHelper(kind, name, ExitStatus::WrongUsage);
+    HelperSheet sheet{.kind = &kind,
+                      .name = name,
+                      .defaults = helper->GetDefaultSettings(),
+                      .filters = {},
+                      .constraints = {},
+                      .rules = {}};
+    helper->GetRequiredFilters(sheet.filters);
+    helper->FillConstraints(sheet.constraints);
+    helper->FillValidationRules(sheet.rules);
+    return sheet;
+}
+
+Json ToJson(const HelperSheet& sheet) {
+    Json json{{"kind", sheet.kind->name}, {"name", sheet.name}};
+    json["defaults"] = Json{{sheet.defaults.Name(), ToJson(sheet.defaults)}};
+    Json& filters = json["filters"] = Json::array();
+    for (const auto& [classId, implementation] : sheet.filters) {
+        filters.push_back({{"filter", classId}, {"implementation", implementation}});
+    }
+    Json& constraints = json["constraints"] = Json::array();
+    for (const auto& [path, constraint] : sheet.constraints) {
+        Json entry{{"path", path}};
+        entry.update(ToJson(DescribeDomain(*constraint)));
+        constraints.push_back(std::move(entry));
+    }
+    Json& rules = json["rules"] = Json::array();
+    for (const auto& [path, rule] : sheet.rules) {
+        const auto half = [](const std::string& setting, const Kestro::Conf::IPropertyConstraint& constraint) {
+            Json entry{{"path", setting}};
+            entry.update(ToJson(DescribeDomain(constraint)));
+            return entry;
+        };
+        rules.push_back({{"when", half(rule->GetFirstName(), *rule->GetFirstConstraint())},
+                         {"then", half(rule->GetSecondName(), *rule->GetSecondConstraint())}});
+    }
+    return json;
+}
+
+void Print(std::ostream& out, const HelperSheet& sheet, std::size_t width) {
+    out << sheet.kind->words << " " << sheet.name << "\n\n" << Title("Default settings");
+    Property root;
+    root.SetChild(sheet.defaults.Name(), sheet.defaults);
+    PrintTree(out, root, 2);
+    if (!sheet.filters.empty()) {
+        out << "\n" << Title("Filters before the encoder");
+        for (const auto& [classId, implementation] : sheet.filters) {
+            out << "  " << classId << (implementation.empty() ? "" : " (" + implementation + ")") << "\n";
+        }
+    }
+    if (!sheet.constraints.empty()) {
+        out << "\n" << Title("Accepted values");
+        for (const auto& [path, constraint] : sheet.constraints) {
+            const Domain domain = DescribeDomain(*constraint);
+            PrintParagraph(out, path + ": " + (ListInWords(AllowedValues(domain))), 2, width);
+        }
+    }
+    if (!sheet.rules.empty()) {
+        out << "\n" << Title("Rules");
+        for (const auto& [path, rule] : sheet.rules) PrintParagraph(out, InWords(*rule), 2, width);
+    }
+}
+
+}  // namespace App

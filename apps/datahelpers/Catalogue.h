@@ -1,0 +1,46 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Kestro/Core/Property.h"
+
+#include "JsonTree.h"
+#include "Registry.h"
+
+/// What `list` and `show` tell of the library's helpers.
+namespace App {
+
+/// One line of a list: the helper's name and the facts that are worth a column.
+struct ListEntry {
+    std::string name;
+    std::vector<std::pair<std::string, std::string>> facts;  ///< (key, value); an empty value: there is none
+};
+
+struct HelperList {
+    const HelperKind* kind;
+    std::vector<ListEntry> entries;
+};
+
+HelperList ListHelpers(const HelperKind& kind);
+Json ToJson(const HelperList& list);
+void Print(std::ostream& out, const HelperList& list);
+
+/// Everything that one helper has to say.
+struct HelperSheet {
+    const HelperKind* kind;
+    std::string name;
+    Kestro::Core::Property defaults;
+    Kestro::Conf::FilterList filters;
+    Kestro::Conf::ConstraintMap constraints;
+    Kestro::Conf::ValidationRuleList rules;
+};
+
+/// Throws Failure (WrongUsage) for a name that there is not.
+HelperSheet ShowHelper(const HelperKind& kind, const std::string& name);
+Json ToJson(const HelperSheet& sheet);
+void Print(std::ostream& out, const HelperSheet& sheet, std::size_t width);
+
+}  // namespace App

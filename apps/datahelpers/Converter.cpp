@@ -1,0 +1,158 @@
+#include "Converter.h"
+
+#include <sys/stat.h>
+
+#include <cstring>
+#include <deque>
+#include <optional>
+
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Core/PropertyValueToString.h"
+
+#include "ChildProcess.h"
+#include "Failure.h"
+#include "FfmpegArguments.h"
+#include "Muxer.h"
+#include "OutputFile.h"
+#include "Text.h"
+
+namespace App {
+namespace {
+
+using Kestro::Conf::IFormatCodecAudio;
+using Kestro::Conf::IFormatCodecVideo;
+using Kestro::Conf::StreamType;
+using Kestro::Core::Property;
+
+constexpr const char* kProgram = "ffmpeg";
+// Enough to see what went wrong; the last lines tell most.
+constexpr std::size_t kKeptMessages = 10;
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+/// What ffmpeg says, and whether it complains of the file that it writes.
+struct Messages {
+    std::deque<std::string> lines;
+    bool outputFailed = false;
+};
+
+[[noreturn]] void ThrowFfmpegFailed(const Messages& messages, const ChildEnd& end) {
+    std::string reason = end.exited ? "it ended with status " + std::to_string(end.status)
+                                    : std::string("it was ended by a signal: ") + strsignal(end.status);
+    if (messages.outputFailed) reason = "the output could not be written";
+    std::string text = "The conversion failed; nothing was written. " + std::string(kProgram) + ": " + reason + ".";
+    for (const std::string& line : messages.lines) text += "\n  " + line;
+    throw Failure(ExitStatus::ConversionFailed, std::move(text));
+}
+
+void Compare(const std::string& what, const std::string& planned, const std::string& found, Conversion& conversion) {
+    if (!found.empty() && planned != found) {
+        conversion.differences.push_back(what + " is " + found + ", not " + planned + " as planned.");
+    }
+}
+
+std::string Planned(const Property& codec, const std::string& tag) { return PropertyValueToString(codec[tag]); }
+
+std::string Known(int64_t value) { return value > 0 ? std::to_string(value) : std::string(); }
+
+/// Reads what was written: a conversion that left something else than a file with these streams has failed.
+void Verify(const Plan& plan, const std::string& path, Conversion& conversion) {
+    try {
+        conversion.written = Probe(path);
+    } catch (const Failure&) {
+        throw Failure(ExitStatus::ConversionFailed, "The conversion failed: what ffmpeg wrote cannot be read.");
+    }
+    const std::vector<MediaStream>& written = conversion.written.streams;
+    if (written.size() != plan.streams.size()) {
+        throw Failure(ExitStatus::ConversionFailed, "The conversion failed: ffmpeg wrote " +
+                                                        std::to_string(written.size()) + " streams instead of " +
+                                                        std::to_string(plan.streams.size()) + ".");
+    }
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        const Property& codec = plan.CodecSettings(i);
+        const MediaStream& stream = written[i];
+        const std::string name = "Stream " + std::to_string(i) + ": ";
+        Compare(name + "the codec", plan.streams[i].codecId, stream.codec, conversion);
+        if (plan.streams[i].kind->type == StreamType::Video) {
+            Compare(name + "the width", Planned(codec, IFormatCodecVideo::TAG_WIDTH), Known(stream.width), conversion);
+            Compare(name + "the height", Planned(codec, IFormatCodecVideo::TAG_HEIGHT), Known(stream.height),
+                    conversion);
+            const bool hasRate = stream.fps > boost::rational<int64_t>(0) && !stream.isCover;
+            const std::string fps = PropertyValueToString(Property({}, stream.fps));
+            Compare(name + "the frame rate", Planned(codec, IFormatCodecVideo::TAG_FPS), hasRate ? fps : "",
+                    conversion);
+        } else {
+            Compare(name + "the sample rate", Planned(codec, IFormatCodecAudio::TAG_SAMPLE_RATE),
+                    Known(stream.sampleRate), conversion);
+            Compare(name + "the layout", Planned(codec, IFormatCodecAudio::TAG_LAYOUT), stream.layout, conversion);
+        }
+    }
+}
+
+}  // namespace
+
+void CheckConverter(const Plan& plan) {
+    if (FindProgram(kProgram).empty()) {
+        throw Failure(ExitStatus::ConversionFailed,
+                      Problem{.message = "The program ffmpeg is not on the PATH.", .wayOut = "install FFmpeg"});
+    }
+    const std::string muxer = MuxerName(plan.FormatSettings());
+    if (!MuxerExists(muxer)) {
+        throw Failure(ExitStatus::NotAcceptable,
+                      "The installed FFmpeg cannot write the container " + plan.container + ".");
+    }
+    for (const PlannedStream& stream : plan.streams) {
+        if (stream.encoder.empty()) {
+            throw Failure(ExitStatus::NotAcceptable,
+                          Problem{.message = "The installed FFmpeg has no encoder for " + stream.codecId + ".",
+                                  .path = stream.path,
+                                  .value = stream.codecId,
+                                  .wayOut = "take another codec"});
+        }
+    }
+}
+
+Conversion Convert(const Plan& plan, const std::string& output, Progress::Style style) {
+    const std::string program = FindProgram(kProgram);
+    SignalGuard signals;
+    OutputFile file(output);
+    const std::string& temporary = file.TemporaryPath();
+    std::optional<TemporaryDirectory> passes;
+    if (IsTwoPass(plan)) passes.emplace();
+
+    Conversion conversion;
+    const auto runs = FfmpegRuns(plan, temporary, passes ? passes->Path() : std::string());
+    {
+        Progress progress(style, plan.input.duration, runs.size());
+        for (const ArgumentList& arguments : runs) {
+            progress.BeginPass();
+            Messages messages;
+            const auto onError = [&](std::string_view line) {
+                // Some versions end well although the last part of the file could not be written; they say so.
+                if (line.find(temporary) != std::string_view::npos) messages.outputFailed = true;
+                messages.lines.push_back(Printable(Replaced(std::string(line), FileUrl(temporary), output)));
+                if (messages.lines.size() > kKeptMessages) messages.lines.pop_front();
+            };
+            const ChildEnd end = RunChild(
+                program, arguments, signals, [&progress](std::string_view line) { progress.Read(line); }, onError);
+            if (!end.exited || end.status != 0 || messages.outputFailed) ThrowFfmpegFailed(messages, end);
+            conversion.messages.insert(conversion.messages.end(), messages.lines.begin(), messages.lines.end());
+        }
+    }
+    Verify(plan, temporary, conversion);
+    struct stat status {};
+    if (stat(temporary.c_str(), &status) == 0) conversion.size = status.st_size;
+    StopIfAsked(signals);
+    file.Commit();
+    conversion.output = output;
+    conversion.written.path = output;
+    return conversion;
+}
+
+}  // namespace App

@@ -1,0 +1,197 @@
+#include "Demands.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "Kestro/Conf/ConstraintIsNotApplicableForTypeException.h"
+#include "Kestro/Conf/DataHelpers/ConstraintSet.h"
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/IPreset.h"
+#include "Kestro/Conf/LayoutRecord.h"
+#include "Kestro/Conf/SampleFmtRecord.h"
+#include "Kestro/Core/PropertyException.h"
+#include "Kestro/Core/PropertyValueToString.h"
+#include "Kestro/FFWrapper/ChannelLayoutMapping.h"
+#include "Kestro/FFWrapper/EncoderCapabilities.h"
+#include "Kestro/Proc/IFilterFrameRate.h"
+#include "Kestro/Proc/IFilterResample.h"
+#include "Kestro/Proc/IResample.h"
+#include "Kestro/Proc/IResize.h"
+
+#include "Domain.h"
+#include "Text.h"
+#include "Tree.h"
+
+namespace App {
+namespace {
+
+using Kestro::Conf::ConstraintMap;
+using Kestro::Conf::ConstraintSet;
+using Kestro::Conf::IDataHelper;
+using Kestro::Conf::IFormatCodecAudio;
+using Kestro::Conf::IFormatCodecVideo;
+using Kestro::Conf::IPreset;
+using Kestro::Conf::IPropertyConstraint;
+using Kestro::Conf::LayoutRecord;
+using Kestro::Conf::SampleFmtRecord;
+using Kestro::Conf::ValidationRuleList;
+using Kestro::Core::Property;
+using Kestro::Core::PropertyValueToString;
+using Kestro::Proc::IResize;
+
+bool IsFilterPath(const std::string& path) {
+    return std::ranges::any_of(FilterKinds(), [&path](const FilterKind& filter) {
+        return path.starts_with(filter.classId + Property::SEPARATOR);
+    });
+}
+
+/// node: the one that the helper's own constraints stand under.
+void AddDemands(const std::string& who, const std::string& node, const IDataHelper& helper, Demands& demands) {
+    ConstraintMap constraints;
+    helper.FillConstraints(constraints);
+    for (const auto& [key, constraint] : constraints) {
+        const bool fromRoot = IsFilterPath(key) || key.starts_with(IPreset::KEY_STREAMS + Property::SEPARATOR);
+        demands.push_back({who, fromRoot ? key : Below(node, key), constraint});
+    }
+    ValidationRuleList rules;
+    helper.FillValidationRules(rules);
+    for (const auto& [path, rule] : rules) {
+        demands.push_back({who, rule->GetSecondName(), rule->GetSecondConstraint(), rule});
+    }
+}
+
+bool Check(const IPropertyConstraint& constraint, const Property& value) {
+    try {
+        return constraint.IsValid(value);
+    } catch (const Kestro::Conf::ConstraintIsNotApplicableForTypeException&) {
+        return false;
+    } catch (const Kestro::Core::PropertyException&) {
+        return false;
+    }
+}
+
+/// Layouts in the order in which they are taken for that one: the same, those of fewer channels, most first, the rest.
+void SortByNearness(std::vector<const LayoutRecord*>& layouts, const std::string& wanted) {
+    const LayoutRecord* record = LayoutRecord::Find(wanted);
+    const int channels = record != nullptr ? record->channels : 2;
+    std::ranges::stable_sort(layouts, {}, [channels](const LayoutRecord* layout) {
+        const int more = layout->channels - channels;
+        return std::pair(more > 0, more > 0 ? more : -more);
+    });
+}
+
+}  // namespace
+
+bool Demand::Applies(const Property& tree) const {
+    if (tree.FindByPath(path) == nullptr) return false;
+    if (!rule) return true;
+    const Property* first = tree.FindByPath(rule->GetFirstName());
+    return first != nullptr && Check(*rule->GetFirstConstraint(), *first);
+}
+
+bool Demand::Accepts(const Property& value) const { return Check(*constraint, value); }
+
+std::vector<FrameSize> Demand::FrameSizes() const {
+    std::vector<FrameSize> sizes;
+    for (const Domain::Entry& entry : DescribeDomain(*constraint).entries) {
+        const Property* width = entry.value.FindByPath(IFormatCodecVideo::TAG_WIDTH);
+        const Property* height = entry.value.FindByPath(IFormatCodecVideo::TAG_HEIGHT);
+        if (width != nullptr && height != nullptr) sizes.push_back({width->GetInt64(), height->GetInt64()});
+    }
+    return sizes;
+}
+
+Property Demand::Corrected(const Property& value) const {
+    Property corrected = value;
+    return constraint->CorrectValue(corrected) && Accepts(corrected) ? corrected : value;
+}
+
+std::string Demand::InWords() const {
+    if (rule) return App::InWords(*rule);
+    return LastSegment(path) + " of " + who + " must be " + App::InWords(*constraint) + ".";
+}
+
+void RefuseValue(const Demand& demand, const Property& value, const std::string& userPath, const std::string& message) {
+    const Domain domain = DescribeDomain(*demand.constraint);
+    Problem problem{.message = message,
+                    .path = userPath,
+                    .value = PropertyValueToString(value),
+                    .allowed = AllowedValues(domain),
+                    .wayOut = "--set " + userPath + "="};
+    if (message.empty()) problem.message = userPath + " = " + Printable(problem.value) + " is not accepted.";
+    // A plain list or range speaks for itself.
+    if (demand.rule || demand.isInstalled) problem.message += " " + demand.InWords();
+
+    const Property corrected = demand.Corrected(value);
+    const std::vector<FrameSize> sizes = demand.FrameSizes();
+    if (!sizes.empty()) {
+        const std::string setInResizer = " --set " + userPath.substr(0, userPath.size() - LastSegment(userPath).size());
+        problem.wayOut += IResize::FRAME_SIZE_CUSTOM + setInResizer + IFormatCodecVideo::TAG_WIDTH + "=" +
+                          std::to_string(sizes.front().width) + setInResizer + IFormatCodecVideo::TAG_HEIGHT + "=" +
+                          std::to_string(sizes.front().height);
+    } else if (!(corrected == value)) {
+        problem.wayOut += PropertyValueToString(corrected);
+    } else {
+        problem.wayOut += domain.entries.empty() ? "VALUE" : PropertyValueToString(domain.entries.front().value);
+    }
+    throw Failure(ExitStatus::NotAcceptable, std::move(problem));
+}
+
+void AddFormatDemands(const std::string& container, const IDataHelper& format, Demands& demands) {
+    AddDemands("the container " + container, IPreset::KEY_FORMAT, format, demands);
+}
+
+void AddEncoderDemands(const StreamKind& kind, const std::string& codecId, const IDataHelper& encoder,
+                       Demands& demands) {
+    AddDemands(codecId, kind.codecKey, encoder, demands);
+}
+
+void AddFilterDemands(const std::string& classId, const IDataHelper& filter, Demands& demands) {
+    AddDemands("the filter " + classId, classId, filter, demands);
+}
+
+void AddInstalledEncoderDemands(const std::string& encoderName, const Property& codec, Demands& demands) {
+    const auto capabilities = Kestro::FFWrapper::EncoderCapabilities::Find(encoderName);
+    if (!capabilities) return;
+    const std::string who = "FFmpeg's encoder " + encoderName;
+    const std::string resampler =
+        Kestro::Proc::IFilterResample::CLASS_ID + Property::SEPARATOR + Kestro::Proc::IResample::CLASS_ID;
+    const auto add = [&](const std::string& node, const std::string& tag, const auto& values) {
+        if (!values.empty()) demands.push_back({who, Below(node, tag), ConstraintSet::Create(values), nullptr, true});
+    };
+
+    ConstraintSet::Named<int64_t> rates;
+    for (const int rate : capabilities->sampleRates) rates.emplace_back(std::to_string(rate), rate);
+    add(resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, rates);
+
+    // A set of texts is corrected to its first one: the formats stand in the encoder's order of preference, but for the
+    // one that has the same samples in another arrangement.
+    const auto given = SampleFmtRecord::Find(TextAt(codec, IFormatCodecAudio::TAG_SAMPLE_FORMAT));
+    ConstraintSet::Named<std::string> formats;
+    for (const auto code : capabilities->sampleFormats) {
+        const SampleFmtRecord* record = SampleFmtRecord::Find(code);
+        if (record == nullptr) continue;
+        const bool isSame = given != nullptr && given->alternative == code;
+        formats.emplace(isSame ? formats.begin() : formats.end(), record->name, record->name);
+    }
+    add(resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, formats);
+
+    std::vector<const LayoutRecord*> records;
+    for (const uint64_t mask : capabilities->channelLayouts) {
+        const auto code = Kestro::FFWrapper::ChannelLayoutKestroFromFFMPEG(mask);
+        if (const LayoutRecord* record = LayoutRecord::Find(code)) records.push_back(record);
+    }
+    SortByNearness(records, TextAt(codec, IFormatCodecAudio::TAG_LAYOUT));
+    ConstraintSet::Named<std::string> layouts;
+    for (const LayoutRecord* record : records) layouts.emplace_back(record->name, record->name);
+    add(resampler, IFormatCodecAudio::TAG_LAYOUT, layouts);
+
+    ConstraintSet::Named<Property::Ratio> frameRates;
+    for (const auto& rate : capabilities->frameRates) {
+        frameRates.emplace_back(std::to_string(rate.numerator()) + "/" + std::to_string(rate.denominator()), rate);
+    }
+    add(Kestro::Proc::IFilterFrameRate::CLASS_ID, IFormatCodecVideo::TAG_FPS, frameRates);
+}
+
+}  // namespace App

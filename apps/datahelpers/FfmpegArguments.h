@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Plan.h"
+
+namespace App {
+
+using ArgumentList = std::vector<std::string>;
+
+/// Whether a stream asks for two passes over the source.
+bool IsTwoPass(const Plan& plan);
+
+/// The arguments (without the program's name) of the ffmpeg runs that make the plan's output, in order: one, or two
+/// where a stream asks for two passes. Progress is written to standard output as FFmpeg's `-progress` has it.
+/// passDirectory: where the first pass leaves what the second reads; used for two passes alone.
+std::vector<ArgumentList> FfmpegRuns(const Plan& plan, const std::string& output, const std::string& passDirectory);
+
+}  // namespace App

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+
+namespace App {
+
+/// A file that appears under its name all at once, when it is complete: until then it is a temporary one beside it,
+/// and goes when this object goes. What was there before stays as it is until then.
+class OutputFile {
+public:
+    /// Whether that name can be written at all. Throws Failure (WrongUsage): it is a directory, its directory is not
+    /// there, it is the input itself, or no regular file.
+    static void Check(const std::string& path, const std::string& input);
+
+    /// Makes the temporary file, empty. Throws Failure (ConversionFailed).
+    explicit OutputFile(const std::string& path);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    const std::string& TemporaryPath() const noexcept { return temporary_; }
+    /// Puts the temporary file, once it is on the disk, in the place of the output. Throws Failure (ConversionFailed).
+    void Commit();
+
+private:
+    std::string path_;  ///< of the file itself, not of a link to it
+    std::string temporary_;
+};
+
+/// A directory for one run, for its owner alone; goes with all that is in it.
+class TemporaryDirectory {
+public:
+    /// Throws Failure (ConversionFailed).
+    TemporaryDirectory();
+    ~TemporaryDirectory();
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+
+    const std::string& Path() const noexcept { return path_; }
+
+private:
+    std::string path_;
+};
+
+}  // namespace App

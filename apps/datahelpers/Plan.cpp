@@ -1,0 +1,18 @@
+#include "Plan.h"
+
+#include "Kestro/Conf/IPreset.h"
+
+namespace App {
+
+using Kestro::Conf::IPreset;
+using Kestro::Core::Property;
+
+const Property& Plan::FormatSettings() const { return settings[IPreset::KEY_FORMAT]; }
+
+const Property& Plan::StreamSettings(std::size_t stream) const { return settings[IPreset::KEY_STREAMS][stream]; }
+
+const Property& Plan::CodecSettings(std::size_t stream) const {
+    return StreamSettings(stream)[streams[stream].kind->codecKey];
+}
+
+}  // namespace App
