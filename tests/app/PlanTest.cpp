@@ -1,0 +1,178 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/app/Program.h"
+
+namespace ProgramTest {
+namespace {
+
+using ::testing::HasSubstr;
+
+const std::string kVideo = "Streams/TypeId=video/";
+const std::string kAudio = "Streams/TypeId=audio/";
+const std::string kResampler = kAudio + "AudioResample/Resampler/";
+
+class Plans : public ::testing::Test {
+protected:
+    Result Plan(Arguments arguments) {
+        arguments.insert(arguments.begin(), {"plan", clip_, "--json"});
+        return Call(arguments);
+    }
+    Json Planned(const Arguments& arguments) {
+        const Result result = Plan(arguments);
+        EXPECT_EQ(result.status, 0) << result.err;
+        return result.AsJson();
+    }
+
+    Folder folder_;
+    std::string clip_ = folder_.MakeClip("clip.mkv");
+};
+
+TEST_F(Plans, OfEveryPresetNeedNoCorrection) {
+    int count = 0;
+    for (const auto& file : std::filesystem::directory_iterator(KESTRO_PRESETS)) {
+        SCOPED_TRACE(file.path().filename());
+        const Json plan = Planned({"--preset", file.path()});
+        EXPECT_EQ(plan["corrections"], Json::array());
+        EXPECT_EQ(plan["notes"], Json::array());
+        for (const Json& stream : plan["streams"]) EXPECT_TRUE(stream["supported"]);
+        ++count;
+    }
+    EXPECT_GT(count, 0);
+}
+
+TEST_F(Plans, OfAPresetHoldWhatItAsksFor) {
+    const Json plan = Planned({"--preset", PresetFile("mp4-h264-aac")});
+    EXPECT_EQ(plan["settings"]["Format"]["Container"], "mp4");
+    const Json& video = plan["settings"]["Streams"][0];
+    EXPECT_EQ(video["VideoCodec"]["Width"], 1280);
+    EXPECT_EQ(video["VideoCodec"]["Height"], 720);
+    EXPECT_EQ(video["VideoCodec"]["Fps"], "30000/1001");
+    EXPECT_EQ(video["VideoFrameRate"]["Fps"], "30000/1001");
+    EXPECT_EQ(video["VideoResize"]["Resizer"]["Width"], 1280);
+    const Json& audio = plan["settings"]["Streams"][1];
+    EXPECT_EQ(audio["AudioCodec"]["SampleRate"], 48000);
+    EXPECT_EQ(audio["AudioCodec"]["Layout"], "stereo");
+    EXPECT_EQ(audio["AudioResample"]["Resampler"]["SampleRate"], 48000);
+}
+
+TEST_F(Plans, ReportOneCorrectionForOneWrongBitrate) {
+    const Arguments arguments{"--preset", PresetFile("mp4-h264-aac"), "--set", kAudio + "AudioCodec/BitRate=100000"};
+    const Json corrections = Planned(arguments)["corrections"];
+    ASSERT_EQ(corrections.size(), 1U);
+    EXPECT_EQ(corrections[0]["path"], kAudio + "AudioCodec/BitRate");
+    EXPECT_EQ(corrections[0]["before"], 100000);
+    EXPECT_EQ(corrections[0]["after"], 256000);
+    EXPECT_THAT(corrections[0]["reason"].get<std::string>(), HasSubstr("must be one of 32000 64000"));
+
+    Arguments forPeople{"plan", clip_};
+    forPeople.insert(forPeople.end(), arguments.begin(), arguments.end());
+    EXPECT_THAT(Call(forPeople).out, HasSubstr(kAudio + "AudioCodec/BitRate: 100000 -> 256000\n"));
+}
+
+TEST_F(Plans, MoveTheInputsValuesIntoWhatIsAccepted) {
+    const Json plan = Planned({"--format", "mp4", "--audio", "mp3"});
+    std::map<std::string, Json> moved;
+    for (const Json& correction : plan["corrections"]) moved[correction["path"]] = correction["after"];
+    EXPECT_EQ(moved[kResampler + "SampleRate"], 48000);
+    EXPECT_EQ(moved[kResampler + "Layout"], "stereo");
+    EXPECT_EQ(moved.size(), 2U);
+    // Six channels at 96000 Hz are fine for AAC.
+    EXPECT_EQ(Planned({"--format", "mp4"})["corrections"], Json::array());
+}
+
+TEST_F(Plans, TellWhatWasChosen) {
+    const Json plan = Planned({"--format", "matroska", "--set", kVideo + "VideoCodec/RateControl=cbr_auto", "--set",
+                               kVideo + "VideoResize/Resizer/Width=161"});
+    std::map<std::string, std::string> chosen;
+    for (const Json& choice : plan["choices"]) chosen[choice["path"]] = choice["value"];
+    EXPECT_EQ(chosen[kVideo + "VideoCodec/CodecId"], "h264");
+    EXPECT_EQ(chosen[kAudio + "AudioCodec/CodecId"], "aac");
+    EXPECT_EQ(chosen[kVideo + "VideoCodec/RateControl"], "cbr");
+    EXPECT_TRUE(chosen.contains(kVideo + "VideoCodec/BitRate"));
+    EXPECT_EQ(chosen[kVideo + "VideoResize/Resizer/FrameSizeMode"], "custom");
+    ASSERT_EQ(plan["corrections"].size(), 1U);
+    EXPECT_EQ(plan["corrections"][0]["after"], 160);  // an even width
+}
+
+TEST_F(Plans, RefuseWhatCannotBeUsed) {
+    const std::string preset = PresetFile("mp4-h264-aac");
+    const struct {
+        Arguments arguments;
+        std::string path;
+        const char* wayOut;  // a part of it
+    } cases[] = {
+        {{"--format", "mp5"}, "", ""},
+        {{"--format", "mp4", "--video", "xvid"}, "", ""},
+        {{"--preset", preset, "--audio", "mp3"}, kAudio + "AudioCodec/CodecId", "leave out --audio"},
+        {{"--preset", preset, "--set", kResampler + "SampleRate=44000"}, kResampler + "SampleRate", "SampleRate=44100"},
+        {{"--preset", preset, "--set", kResampler + "SampleFmt=s16"}, kResampler + "SampleFmt", "SampleFmt=fltp"},
+        {{"--preset", preset, "--set", kVideo + "VideoCodec/EncodeOptions/Profile=low"},
+         kVideo + "VideoCodec/EncodeOptions/Profile",
+         "Profile=baseline"},
+        {{"--preset", preset, "--set", kVideo + "VideoCodec/RateControl=abr"},
+         kVideo + "VideoCodec/RateControl",
+         "RateControl=cbr"},
+        {{"--preset", preset, "--set", kVideo + "VideoCodec/RateControl=vbr"},
+         kVideo + "VideoCodec/Quality",
+         "Quality="},
+        {{"--preset", preset, "--set", kVideo + "VideoFrameRate/Fps=7"}, kVideo + "VideoFrameRate/Fps", "Fps=8/1"},
+        {{"--preset", preset, "--set", kAudio + "AudioVolume/VolumePercent=201"},
+         kAudio + "AudioVolume/VolumePercent",
+         "VolumePercent=200"},
+        {{"--preset", preset, "--set", "Format/Limits/MaxVideo=0"}, "Format/Limits/MaxVideo", ""},
+    };
+    for (const auto& [arguments, path, wayOut] : cases) {
+        SCOPED_TRACE(arguments.back());
+        const Result result = Plan(arguments);
+        EXPECT_EQ(result.status, 3);
+        EXPECT_THAT(result.err, HasSubstr("datahelpers: "));
+        const Json error = result.AsJson()["error"];
+        EXPECT_EQ(error.value("path", ""), path);
+        EXPECT_FALSE(error.value("allowed", Json()).empty());
+        EXPECT_THAT(error.value("wayOut", ""), HasSubstr(wayOut));
+    }
+    EXPECT_THAT(Plan({"--preset", preset, "--audio", "mp3"}).err,
+                HasSubstr("Incompatible preset codec id: aac, required mp3"));
+}
+
+// What is suggested is accepted: a user who follows it gets on.
+TEST_F(Plans, AreAcceptedByTheWayOutThatARefusalNames) {
+    for (const std::string& wrong :
+         {kResampler + "SampleRate=44000", kVideo + "VideoCodec/EncodeOptions/Tune=x", kVideo + "VideoFrameRate/Fps=7",
+          kVideo + "VideoResize/Resizer/Fit=x", kAudio + "AudioVolume/VolumePercent=-1"}) {
+        SCOPED_TRACE(wrong);
+        const std::string wayOut =
+            Plan({"--format", "mp4", "--set", wrong}).AsJson()["error"]["wayOut"].get<std::string>();
+        const std::string prefix = "--set ";
+        ASSERT_TRUE(wayOut.starts_with(prefix));
+        EXPECT_EQ(Plan({"--format", "mp4", "--set", wayOut.substr(prefix.size())}).status, 0);
+    }
+}
+
+TEST_F(Plans, DropStreamsThatTheInputLacks) {
+    const std::string sound = folder_ / "sound.wav";
+    Process make("ffmpeg", {"-v", "error", "-i", clip_, "-vn", "-ac", "1", sound});
+    ASSERT_EQ(make.Wait().status, 0);
+    const Result result = Call({"plan", sound, "--format", "mp4", "--json"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const Json plan = result.AsJson();
+    ASSERT_EQ(plan["settings"]["Streams"].size(), 1U);
+    EXPECT_EQ(plan["settings"]["Streams"][0]["TypeId"], "audio");
+    EXPECT_THAT(plan["notes"].dump(), HasSubstr("Streams/TypeId=video is dropped"));
+    EXPECT_EQ(Call({"plan", sound, "--preset", folder_.Write("video.json", R"({"Format":{"Container":"mp4"},
+        "Streams":[{"TypeId":"video"}]})")})
+                  .status,
+              3);
+}
+
+TEST_F(Plans, AreNotMadeOfWhatIsNoMedia) {
+    for (const std::string& input : {folder_ / "absent", folder_.Path().string(), folder_.Write("text.mkv", "no media"),
+                                     std::string("/dev/null"), std::string()}) {
+        SCOPED_TRACE(input);
+        EXPECT_EQ(Call({"plan", input, "--format", "mp4"}).status, 2);
+    }
+}
+
+}  // namespace
+}  // namespace ProgramTest

@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "Kestro/Core/DomainLocalizationManager.h"
+
+namespace Kestro::Core {
+namespace {
+
+const std::string kMessage = "Parameter %1 must be one of the following values: %2";
+
+// The catalogues of the build folder: its programs are in bin.
+std::string BuiltCatalogues() {
+    return (std::filesystem::canonical("/proc/self/exe").parent_path().parent_path() / "locale").string();
+}
+
+class Localization : public testing::Test {
+protected:
+    void SetUp() override {
+        // gettext translates for no user of the C locale; any other one lets LANGUAGE choose.
+        const char* const candidates[] = {"en_US.UTF-8", "de_DE.UTF-8", "fr_FR.UTF-8", "C.UTF-8"};
+        if (std::ranges::none_of(candidates, [](const char* name) { return setlocale(LC_ALL, name) != nullptr; })) {
+            GTEST_SKIP() << "no UTF-8 locale is installed";
+        }
+    }
+    void TearDown() override {
+        unsetenv("LANGUAGE");
+        setlocale(LC_ALL, "C");
+    }
+
+    // gettext looks at LANGUAGE anew once its catalogues have changed their place.
+    static void SetLanguage(const char* language) {
+        setenv("LANGUAGE", language, 1);
+        SetLocaleDirectory("/nonexistent");
+        SetLocaleDirectory(BuiltCatalogues());
+    }
+};
+
+TEST_F(Localization, TranslatesIntoEveryLanguageOfTheCatalogues) {
+    const DomainLocalizationManager& core = GetLocalizationManagerForDomain("core");
+    EXPECT_EQ(&GetLocalizationManagerForDomain("core"), &core);
+    for (const auto& [language, part] : {std::pair("de", "muss einer der folgenden Werte sein"),
+                                         std::pair("fr", "doit \xC3\xAAtre l\xE2\x80\x99une des valeurs suivantes")}) {
+        SetLanguage(language);
+        const std::string translated = core.Translate(kMessage);
+        EXPECT_NE(translated.find(part), std::string::npos) << language << ": " << translated;
+        EXPECT_NE(translated.find("%1"), std::string::npos) << language;
+        EXPECT_NE(translated.find("%2"), std::string::npos) << language;
+    }
+}
+
+TEST_F(Localization, WithoutACatalogueTheTextItselfIsTheAnswer) {
+    SetLanguage("de");
+    const DomainLocalizationManager& core = GetLocalizationManagerForDomain("core");
+    EXPECT_EQ(core.Translate(""), "");
+    EXPECT_EQ(core.Translate("No such message"), "No such message");
+    for (const char* domain : {"", "no-such-domain", "../core"}) {
+        EXPECT_EQ(GetLocalizationManagerForDomain(domain).Translate(kMessage), kMessage) << domain;
+    }
+    SetLanguage("xx");
+    EXPECT_EQ(core.Translate(kMessage), kMessage);
+    SetLanguage("de");
+    SetLocaleDirectory("/nonexistent");
+    EXPECT_EQ(core.Translate(kMessage), kMessage);
+}
+
+TEST_F(Localization, ThreadsShareTheDomains) {
+    SetLanguage("de");
+    const std::string expected = GetLocalizationManagerForDomain("core").Translate(kMessage);
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> threads(4);
+    for (std::thread& thread : threads) {
+        thread = std::thread([&] {
+            for (int i = 0; i < 200; ++i) {
+                const std::string other = "domain" + std::to_string(i);
+                if (GetLocalizationManagerForDomain("core").Translate(kMessage) != expected) ++wrong;
+                if (GetLocalizationManagerForDomain(other).Translate(kMessage) != kMessage) ++wrong;
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+}  // namespace
+}  // namespace Kestro::Core

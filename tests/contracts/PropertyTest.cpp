@@ -1,0 +1,370 @@
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Kestro/Core/Property.h"
+#include "Kestro/Core/PropertyException.h"
+#include "Kestro/Core/PropertyValueToString.h"
+
+#include "tests/Failure.h"
+#include "tests/Trees.h"
+
+namespace Kestro::Core {
+namespace {
+
+using Ratio = Property::Ratio;
+
+constexpr int64_t kMin = std::numeric_limits<int64_t>::min();
+constexpr int64_t kMax = std::numeric_limits<int64_t>::max();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr std::nullopt_t kThrows = std::nullopt;
+
+/// root{a{x=1,y=text},b=2,c}
+Property Tree() {
+    Property root("root");
+    Property& a = root.SetChild("a");
+    a.SetChild("x", 1);
+    a.SetChild("y", "text");
+    root.SetChild("b", 2);
+    root.SetChild("c");
+    return root;
+}
+
+/// What a read gives, nullopt where it throws as documented.
+template <class T>
+std::optional<T> Read(const Property& value, T (Property::*get)() const) {
+    try {
+        return (value.*get)();
+    } catch (const PropertyException& e) {
+        EXPECT_EQ(InfoOf<TagDetails>(e), PropertyValueToString(value));
+        EXPECT_NE(InfoOf<TagDescription>(e).value_or("").find(value.Name()), std::string::npos);
+        return std::nullopt;
+    }
+}
+
+TEST(PropertyConversions, EveryKindIntoEveryOther) {
+    Property node("n");
+    node.SetChild("child", 1);
+    const auto text = [](const char* value) { return Property("t", value); };
+    const auto real = [](double value) { return Property("d", value); };
+    const struct {
+        Property value;
+        std::optional<bool> asBool;
+        std::optional<double> asDouble;
+        std::optional<int64_t> asInt64;
+        std::optional<Ratio> asRatio;
+    } rows[] = {
+        {Property("e"), kThrows, kThrows, kThrows, kThrows},
+        {node, kThrows, kThrows, kThrows, kThrows},
+        {Property("b", true), true, 1.0, 1, Ratio(1)},
+        {Property("b", false), false, 0.0, 0, Ratio(0)},
+        {Property("i", -3), true, -3.0, -3, Ratio(-3)},
+        {Property("i", kMin), true, -0x1p63, kMin, Ratio(kMin)},
+        {Property("i", kMax), true, 0x1p63, kMax, Ratio(kMax)},
+        {real(2.5), true, 2.5, 2, Ratio(5, 2)},
+        {real(-2.9), true, -2.9, -2, Ratio(-29, 10)},
+        {real(-0.0), false, -0.0, 0, Ratio(0)},
+        {real(29.97), true, 29.97, 29, Ratio(2997, 100)},
+        {real(1e18), true, 1e18, 1'000'000'000'000'000'000, Ratio(1'000'000'000'000'000'000)},
+        {real(0x1p63), true, 0x1p63, kThrows, kThrows},
+        {real(-0x1p63), true, -0x1p63, kMin, Ratio(kMin)},
+        {real(std::nextafter(0x1p63, 0)), true, 0x1p63 - 1024, kMax - 1023, Ratio(kMax - 1023)},
+        {real(std::nextafter(-0x1p63, -kInf)), true, -0x1p63 - 2048, kThrows, kThrows},
+        {real(1e-300), true, 1e-300, 0, kThrows},
+        {real(kInf), true, kInf, kThrows, kThrows},
+        {Property("r", Ratio(30000, 1001)), true, 30000 / 1001.0, 29, Ratio(30000, 1001)},
+        {Property("r", Ratio(-7, 2)), true, -3.5, -3, Ratio(-7, 2)},
+        {Property("r", Ratio(kMin)), true, -0x1p63, kMin, Ratio(kMin)},
+        {text("25"), true, 25.0, 25, Ratio(25)},
+        {text("2.5"), true, 2.5, 2, Ratio(5, 2)},
+        {text("-12.50e-1"), true, -1.25, -1, Ratio(-5, 4)},
+        {text("1e3"), true, 1000.0, 1000, Ratio(1000)},
+        {text("0e999999999"), false, 0.0, 0, Ratio(0)},
+        {text("30000/1001"), true, 30000 / 1001.0, 29, Ratio(30000, 1001)},
+        {text("6/-4"), true, -1.5, -1, Ratio(-3, 2)},
+        {text("true"), true, 1.0, 1, Ratio(1)},
+        {text("false"), false, 0.0, 0, Ratio(0)},
+        {text("-9223372036854775808"), true, -0x1p63, kMin, Ratio(kMin)},
+        {text("9223372036854775808"), true, 0x1p63, kThrows, kThrows},
+        {text("-9223372036854775808/2"), true, -0x1p62, kMin / 2, Ratio(kMin / 2)},
+        {text("9223372036854775807/9223372036854775807"), true, 1.0, 1, Ratio(1)},
+        {text("0.1e-30"), true, 1e-31, 0, kThrows},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(Dump(row.value));
+        EXPECT_EQ(Read(row.value, &Property::GetBool), row.asBool);
+        EXPECT_EQ(Read(row.value, &Property::GetDouble), row.asDouble);
+        EXPECT_EQ(Read(row.value, &Property::GetInt64), row.asInt64);
+        EXPECT_EQ(Read(row.value, &Property::GetRatio), row.asRatio);
+        if (row.value.Type() == PropertyTypes::String) {
+            EXPECT_EQ(row.value.GetString(), PropertyValueToString(row.value));
+        } else {
+            EXPECT_THROW(row.value.GetString(), PropertyException);
+        }
+    }
+    EXPECT_TRUE(std::isnan(Property("d", kNan).GetDouble()));
+    std::vector<Property> unreadable = {Property("d", kNan), Property("t", std::string("1\0", 2)), text("")};
+    for (const char* other :
+         {"1e400", "1e99999999999", "1/0", "-9223372036854775808/-1", "1/-9223372036854775808", "9223372036854775808/2",
+          "1.5/2", "1/2/3", "0x10", " 1", "1 ", "+1", "-", ".", "1e", "1,5", "nan", "inf", "True"}) {
+        unreadable.push_back(text(other));
+    }
+    for (const Property& value : unreadable) {
+        SCOPED_TRACE(Dump(value));
+        EXPECT_EQ(Read(value, &Property::GetDouble).has_value(), value.Type() == PropertyTypes::Double);
+        EXPECT_EQ(Read(value, &Property::GetBool), kThrows);
+        EXPECT_EQ(Read(value, &Property::GetInt64), kThrows);
+        EXPECT_EQ(Read(value, &Property::GetRatio), kThrows);
+    }
+}
+
+TEST(PropertyConversions, PrintedTextsReadBack) {
+    const auto text = [](const Property& value) { return Property("", PropertyValueToString(value)); };
+    for (const bool value : {true, false}) EXPECT_EQ(text(Property("", value)).GetBool(), value);
+    for (const int64_t value : {kMin, kMin + 1, int64_t{-1}, int64_t{0}, kMax}) {
+        EXPECT_EQ(text(Property("", value)).GetInt64(), value);
+    }
+    for (const double value : {0.1, -1 / 3.0, 1e21, 1e-7, DBL_MAX, DBL_MIN, DBL_TRUE_MIN, 0x1p63, 30000 / 1001.0}) {
+        EXPECT_EQ(text(Property("", value)).GetDouble(), value) << PropertyValueToString(Property("", value));
+    }
+    for (const Ratio& value : {Ratio(30000, 1001), Ratio(kMin), Ratio(-1, kMax), Ratio(kMax, kMax - 1), Ratio(0)}) {
+        EXPECT_EQ(text(Property("", value)).GetRatio(), value);
+    }
+    EXPECT_EQ(PropertyValueToString(Property("empty")), "");
+    EXPECT_EQ(PropertyValueToString(Tree()), "");
+}
+
+// One change of root{a{x=1,y=text},b=2,c} and the tree after it.
+struct Change {
+    const char* what;
+    void (*apply)(Property& root);
+    const char* result;
+};
+#define DOES(action) #action, [](Property & root) { static_cast<void>(action); }
+
+void CheckChanges(const std::vector<Change>& changes) {
+    for (const Change& change : changes) {
+        SCOPED_TRACE(change.what);
+        Property root = Tree();
+        change.apply(root);
+        EXPECT_EQ(Dump(root), change.result);
+        for (std::size_t i = 0; i < root.Count(); ++i) EXPECT_EQ(&root[root[i].Name()], &root[i]) << "names are unique";
+    }
+}
+
+TEST(PropertyChanges, KeepPlacesAndNames) {
+    CheckChanges({
+        {DOES(root.SetChild("a", "v")), "root{a=v,b=2,c}"},
+        {DOES(root.SetChild("b")), "root{a{x=1,y=text},b,c}"},
+        {DOES(root.SetChild("d", Ratio(1, 2))), "root{a{x=1,y=text},b=2,c,d=1/2}"},
+        {DOES(root.SetChild("b", Property("other", 5)).SetChild("z", 1.5)), "root{a{x=1,y=text},b{z=1.5},c}"},
+        {DOES(root["b"] = Property("a", 7)), "root{a{x=1,y=text},b=7,c}"},
+        {DOES(root = Property("other", 7)), "other=7"},
+        {DOES(root = Property(root["b"])), "b=2"},
+        {DOES(root["a"] = 3.5), "root{a=3.5,b=2,c}"},
+        {DOES(root["b"].SetChild("x", true)), "root{a{x=1,y=text},b{x=true},c}"},
+        {DOES(root.CopyDataFrom(Property("other", 7))), "root=7"},
+        {DOES(root.RemoveChild("a")), "root{b=2,c}"},
+        {DOES((root.RemoveChild("c"), root.SetChild("d", 1))), "root{a{x=1,y=text},b=2,d=1}"},
+        {DOES(root.RemoveChild("x")), "root{a{x=1,y=text},b=2,c}"},
+        {DOES((root.RemoveAll(), root.SetChild("d", 1))), "root{d=1}"},
+        {DOES(std::swap(root["a"], root["b"])), "root{a=2,b{x=1,y=text},c}"},
+    });
+}
+
+TEST(PropertyChanges, TakeTheirValuesFromTheSameTree) {
+    const char* const unchanged = "root{a{x=1,y=text},b=2,c}";
+    const char* const rootInB = "root{a{x=1,y=text},b{a{x=1,y=text},b=2,c},c}";
+    CheckChanges({
+        {DOES(root = static_cast<const Property&>(root)), unchanged},
+        {DOES(root = static_cast<Property&&>(root)), unchanged},
+        {DOES(root.CopyDataFrom(root)), unchanged},
+        {DOES(root = root["a"]), "a{x=1,y=text}"},
+        {DOES(root = std::move(root["a"])), "a{x=1,y=text}"},
+        {DOES(root = std::move(root["a"]["y"])), "y=text"},
+        {DOES(root.CopyDataFrom(root["a"])), "root{x=1,y=text}"},
+        {DOES(root["b"] = root), rootInB},
+        {DOES(root["b"].CopyDataFrom(root)), rootInB},
+        {DOES(root.SetChild("b", root)), rootInB},
+        {DOES(root.SetChild("r", std::move(root))), "{r{a{x=1,y=text},b=2,c}}"},
+        {DOES(root["b"] = std::move(root["a"]["y"])), "root{a{x=1,y},b=text,c}"},
+        {DOES(root.SetChild("b", root["a"])), "root{a{x=1,y=text},b{x=1,y=text},c}"},
+        {DOES(root.SetChild("b", std::move(root["a"]))), "root{a,b{x=1,y=text},c}"},
+        {DOES(root.SetChild("a", root["a"])), unchanged},
+        {DOES(root.SetChild("a", root["a"]["x"])), "root{a=1,b=2,c}"},
+        {DOES(root.SetChild("a", std::move(root["a"]["y"]))), "root{a=text,b=2,c}"},
+        {DOES(root["a"].SetChild("x", root["a"])), "root{a{x{x=1,y=text},y=text},b=2,c}"},
+
+        // Texts and names that go with what is replaced.
+        {DOES(root.SetChild("a", root["a"]["y"].GetString())), "root{a=text,b=2,c}"},
+        {DOES(root.SetChild("a", root["a"]["y"].GetString().c_str())), "root{a=text,b=2,c}"},
+        {DOES(root["a"] = root["a"]["y"].GetString()), "root{a=text,b=2,c}"},
+        {DOES(root["a"]["y"].SetChild("own", root["a"]["y"].GetString())), "root{a{x=1,y{own=text}},b=2,c}"},
+        {DOES(root["a"]["y"].SetChild(root["a"]["y"].GetString(), 1)), "root{a{x=1,y{text=1}},b=2,c}"},
+        {DOES(root.SetChild(root["a"].Name(), 5)), "root{a=5,b=2,c}"},
+        {DOES((root["a"].SetChild("a"), root.SetChild(root["a"]["a"].Name(), 5))), "root{a=5,b=2,c}"},
+        {DOES(root.RemoveChild(root["b"].Name())), "root{a{x=1,y=text},c}"},
+    });
+}
+
+TEST(PropertyChanges, LeaveReferencesToOthersValid) {
+    Property root = Tree();
+    Property& a = root["a"];
+    Property& c = root["c"];
+    root.SetChild("b", root);
+    for (int i = 0; i < 1000; ++i) root.SetChild("n" + std::to_string(i), i);
+    root.RemoveChild("b");
+    root.SetChild("n5", "replaced");
+    c = "still here";
+    EXPECT_EQ(&root["a"], &a);
+    EXPECT_EQ(Dump(a), "a{x=1,y=text}");
+    EXPECT_EQ(root["c"].GetString(), "still here");
+}
+
+TEST(PropertyChanges, AMovedFromNodeIsEmpty) {
+    Property root = Tree();
+    const Property child(std::move(root["a"]));
+    EXPECT_EQ(Dump(child), "a{x=1,y=text}");
+    EXPECT_EQ(Dump(root), "root{a,b=2,c}") << "a child stays where it is";
+    const Property moved(std::move(root));
+    EXPECT_EQ(Dump(moved), "root{a,b=2,c}");
+    EXPECT_TRUE(root.IsEmpty());  // NOLINT(bugprone-use-after-move): that is what is asked here
+    EXPECT_EQ(root.Name(), "");
+    root.SetChild("again", 1);
+    EXPECT_EQ(Dump(root), "{again=1}");
+}
+
+TEST(PropertyComparison, TypeValueAndChildrenCount) {
+    const Property tree = Tree();
+    Property other = tree;
+    EXPECT_TRUE(tree == other);
+    EXPECT_TRUE(Property("a", 1) == Property("b", 1)) << "the roots' own names do not count";
+    const Change changes[] = {
+        {DOES(root["a"]["x"] = 1.0), ""},
+        {DOES(root["a"]["x"] = true), ""},
+        {DOES(root["c"] = ""), ""},
+        {DOES(root["c"].SetChild("d")), ""},
+        {DOES(root.RemoveChild("c")), ""},
+        {DOES((root.RemoveChild("c"), root.SetChild("C"))), ""},
+        {DOES((root.RemoveChild("b"), root.SetChild("b", 2))), ""},  // now behind c
+    };
+    for (const Change& change : changes) {
+        other = tree;
+        change.apply(other);
+        EXPECT_FALSE(tree == other) << change.what;
+        EXPECT_FALSE(other == tree) << change.what;
+    }
+}
+
+Property Streams() {
+    Property root("preset");
+    Property& streams = root.SetChild("Streams");
+    const auto add = [&streams](const char* name, const char* type, const char* codec) {
+        Property& stream = streams.SetChild(name);
+        stream.SetChild("TypeId", type);
+        stream.SetChild("Codec").SetChild("Id", codec);
+        stream.SetChild("Rate", 48000);
+    };
+    add("0", "video", "h264");
+    add("1", "audio", "aac");
+    add("2", "audio", "mp3");
+    streams.SetChild("plain", "audio");
+    root.SetChild("").SetChild("", "unnamed");
+    root.SetChild("odd").SetChild("k").SetChild("TypeId", "a=b");
+    return root;
+}
+
+TEST(PropertyPaths, LeadToNodes) {
+    Property root = Streams();
+    for (const auto& [path, name] : std::vector<std::pair<std::string, std::string>>{
+             {"", "preset"},
+             {"Streams", "Streams"},
+             {"Streams/1/Codec/Id", "Id"},
+             {"Streams/TypeId=audio", "1"},
+             {"Streams/TypeId=video/Codec", "Codec"},
+             {"Streams/Rate=48000", "0"},
+             {"odd/TypeId=a=b", "k"},
+         }) {
+        EXPECT_EQ(root.ChildByPath(path).Name(), name) << path;
+        EXPECT_EQ(root.FindByPath(path), &root.ChildByPath(path)) << path;
+    }
+    EXPECT_EQ(&root.ChildByPath(""), &root);
+    EXPECT_EQ(root.ChildByPath("/").GetString(), "unnamed") << "a separator stands between two empty names";
+    EXPECT_EQ(root.ChildByPath("Streams/TypeId=audio/Codec/Id").GetString(), "aac") << "the first that fits";
+    root.ChildByPath("Streams/TypeId=audio/Codec/Id") = "flac";
+    EXPECT_EQ(root["Streams"]["1"]["Codec"]["Id"].GetString(), "flac");
+}
+
+TEST(PropertyPaths, MissingNodesAreNamed) {
+    Property root = Streams();
+    for (const auto& [path, segment] : std::vector<std::pair<std::string, std::string>>{
+             {"Nope", "Nope"},
+             {"Streams/Nope/Codec/Id", "Nope"},
+             {"Streams/1/Codec/Id/deeper", "deeper"},
+             {"Streams/TypeId=subtitle/Codec", "TypeId=subtitle"},
+             {"Streams/=audio", "=audio"},
+             {"Streams/TypeId=/Codec", "TypeId="},
+             {"Streams/TypeId=Audio", "TypeId=Audio"},
+             {"Streams/", ""},
+             {"/Streams", "Streams"},
+             {"Streams//1", ""},
+             {"streams", "streams"},
+         }) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(root.FindByPath(path), nullptr);
+        const std::string message = "There is no \"" + segment + "\" at the path \"" + path + "\"";
+        const auto check = [&, &path = path](const Exception& e) {
+            EXPECT_EQ(InfoOf<TagDescription>(e), message);
+            EXPECT_EQ(InfoOf<TagDetails>(e), path);
+        };
+        ExpectFailure<PropertyException>([&, &path = path] { root.ChildByPath(path); }, check);
+        ExpectFailure<PropertyException>([&, &path = path] { std::as_const(root).ChildByPath(path); }, check);
+    }
+    const std::string before = Dump(root);
+    const auto names = [](const char* path) {
+        return [path](const Exception& e) { EXPECT_EQ(InfoOf<TagDetails>(e), path) << e.what(); };
+    };
+    ExpectFailure<PropertyException>([&] { root["x"] = 1; }, names("preset/x"));
+    ExpectFailure<PropertyException>([&] { std::as_const(root)["x"].Name(); }, names("preset/x"));
+    ExpectFailure<PropertyException>([] { Property()["x"].Name(); }, names("x"));
+    EXPECT_EQ(root[std::size_t{2}].Name(), "odd");
+    EXPECT_THROW(root[std::size_t{3}], PropertyException);
+    EXPECT_THROW(root[std::numeric_limits<std::size_t>::max()], PropertyException);
+    EXPECT_EQ(Dump(root), before) << "reading creates nothing";
+}
+
+/// A chain of nodes, far deeper than a stack of 8 MiB.
+Property Chain() {
+    Property root("root");
+    Property* node = &root;
+    for (int i = 0; i < 1'000'000; ++i) node = &node->SetChild("x");
+    *node = 1;
+    return root;
+}
+
+TEST(PropertyDepth, ADeepTreeIsMovedAndDestroyed) {
+    Property root = Chain();
+    Property moved = std::move(root);
+    EXPECT_EQ(moved["x"]["x"].Count(), 1U);
+    moved["x"]["x"].RemoveAll();
+    EXPECT_EQ(Dump(moved), "root{x{x}}");
+}
+
+TEST(PropertyDepth, ADeepTreeIsCopiedAndCompared) {
+    const Property root = Chain();
+    Property copy = root;
+    EXPECT_TRUE(copy == root);
+    copy["x"].CopyDataFrom(root);
+    EXPECT_FALSE(copy == root);
+}
+
+}  // namespace
+}  // namespace Kestro::Core
