@@ -29,7 +29,6 @@ using Conf::IFormatCodecAudio;
 using Conf::IFormatCodecSubtitle;
 using Conf::IFormatCodecVideo;
 using testing::Contains;
-using testing::UnorderedElementsAre;
 
 std::vector<std::string> AllCodecIds() {
     std::vector<std::string> ids(Conf::AudioCodecIds().begin(), Conf::AudioCodecIds().end());
@@ -125,22 +124,10 @@ TEST(Capabilities, OfEveryEncoderAreWellFormed) {
     }
 }
 
-TEST(Capabilities, AreWhatTheStandardsAllow) {
-    const auto ac3 = EncoderCapabilities::Find("ac3").value();  // ETSI TS 102 366
-    EXPECT_THAT(ac3.sampleRates, UnorderedElementsAre(48000, 44100, 32000));
-    EXPECT_THAT(ac3.channelLayouts, testing::IsSupersetOf({AV_CH_LAYOUT_MONO, AV_CH_LAYOUT_5POINT1}));
-
-    const auto mpeg1 = EncoderCapabilities::Find("mpeg1video").value();  // ISO/IEC 11172-2, picture_rate
-    for (const auto& [numerator, denominator] :
-         {std::pair(24000, 1001), {24, 1}, {25, 1}, {30000, 1001}, {30, 1}, {50, 1}, {60000, 1001}, {60, 1}}) {
-        EXPECT_THAT(mpeg1.frameRates, Contains(boost::rational<int64_t>(numerator, denominator)));
-    }
-    EXPECT_THAT(mpeg1.pixelFormats, UnorderedElementsAre("yuv420p"));
-
+TEST(Capabilities, HaveNoListWhereTheEncoderDoesNotMind) {
     const auto pcm = EncoderCapabilities::Find("pcm_s16le").value();
     EXPECT_TRUE(pcm.sampleRates.empty() && pcm.channelLayouts.empty());
-    EXPECT_THAT(pcm.sampleFormats, UnorderedElementsAre(Conf::SampleFormats::S16));
-
+    EXPECT_THAT(pcm.sampleFormats, testing::ElementsAre(Conf::SampleFormats::S16));
     EXPECT_FALSE(EncoderCapabilities::Find("no encoder").has_value());
     EXPECT_FALSE(EncoderCapabilities::Find("").has_value());
 }

@@ -7,23 +7,18 @@
 
 #include "Kestro/Conf/ConfException.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
-#include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Core/PropertyException.h"
-#include "Kestro/Proc/IFilterAudioVolume.h"
-#include "Kestro/Proc/IFilterFrameRate.h"
 #include "Kestro/Proc/IFilterResample.h"
 #include "Kestro/Proc/IFilterResize.h"
 #include "Kestro/Proc/ImplNames.h"
 #include "Kestro/Proc/IResample.h"
 #include "Kestro/Proc/IResize.h"
-#include "Kestro/Proc/SettingsFilterFrameRate.h"
 
 namespace Kestro::Proc {
 namespace {
 
 using Conf::IFormatCodecAudio;
-using Conf::IFormatCodecVideo;
 using Conf::IPreset;
 using Core::Property;
 using Fit = SettingsResizer::Fit;
@@ -187,19 +182,6 @@ TEST(Resampler, SettingsHoldNamesOfLayoutAndFormat) {
         EXPECT_EQ(resampler[IFormatCodecAudio::TAG_LAYOUT].GetString(), layoutName);
         EXPECT_EQ(resampler[IFormatCodecAudio::TAG_SAMPLE_FORMAT].GetString(), formatName);
     }
-}
-
-TEST(FrameRateAndVolume, SettingsHoldTheValue) {
-    for (const Ratio& fps : {SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE, Ratio(30000, 1001)}) {
-        const Property tree = IFilterFrameRate::MakeSettings(fps);
-        EXPECT_EQ(tree.Name(), IFilterFrameRate::CLASS_ID);
-        EXPECT_EQ(tree[IFormatCodecVideo::TAG_FPS].Type(), PropertyTypes::Ratio);
-        EXPECT_EQ(tree[IFormatCodecVideo::TAG_FPS].GetRatio(), fps);
-    }
-    const Property volume = IFilterAudioVolume::Settings2Property({});
-    EXPECT_EQ(volume.Name(), IFilterAudioVolume::CLASS_ID);
-    EXPECT_EQ(volume[IFilterAudioVolume::VOLUME_VALUE].Type(), PropertyTypes::Int64);
-    EXPECT_EQ(volume[IFilterAudioVolume::VOLUME_VALUE].GetInt64(), 100);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <boost/smart_ptr/intrusive_ptr.hpp>
+#include <latch>
 #include <thread>
 #include <vector>
 
@@ -36,10 +37,12 @@ TEST(ReferenceCounting, TheLastHandleOfAnyThreadDestroys) {
     constexpr int kThreads = 4;
     std::atomic<int> destroyed = 0;
     boost::intrusive_ptr<const IRefCountable> object = new Counted(destroyed);
+    std::latch start(kThreads);
     std::vector<std::thread> threads;
     for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([handle = object] {
-            for (int round = 0; round < 20'000; ++round) {
+        threads.emplace_back([handle = object, &start] {
+            start.arrive_and_wait();
+            for (int round = 0; round < 100'000; ++round) {
                 const auto copy = handle;
                 const boost::intrusive_ptr<const IRefCountable> another(copy.get());
             }

@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
 
 extern "C" {
-#include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
-#include <libavutil/opt.h>
 }
 
 #include "Kestro/Conf/CodecKinds.h"
@@ -27,9 +24,6 @@ extern "C" {
 #include "Kestro/Proc/IFilterResize.h"
 #include "Kestro/Proc/IResample.h"
 #include "Kestro/Proc/IResize.h"
-
-// libx265 keeps a block for every encoder that was opened and given no frame.
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions() { return "leak:libx265"; }
 
 namespace Kestro {
 namespace {
@@ -115,94 +109,6 @@ TEST(Vocabulary, PathOfAStreamIsFoundByItsType) {
         streams.SetChild(name).SetChild(IPreset::KEY_TYPE_ID, *type);
     }
     EXPECT_EQ(root.ChildByPath(IPreset::KEY_STREAMS + IPreset::INDEX + IPreset::STREAM_TYPE_AUDIO).Name(), "1");
-}
-
-// The words of presets, tunes and profiles must be those that the encoders know.
-class EncoderWords : public testing::Test {
-protected:
-    static bool Takes(const char* encoderName, const char* option, const std::string& value) {
-        const AVCodec* encoder = avcodec_find_encoder_by_name(encoderName);
-        AVCodecContext* context = avcodec_alloc_context3(encoder);
-        context->width = context->height = 64;
-        context->time_base = {1, 25};
-        context->pix_fmt = AV_PIX_FMT_YUV420P;
-        context->thread_count = 1;
-        av_opt_set(context->priv_data, "x265-params", "log-level=none", 0);
-        const bool taken = av_opt_set(context->priv_data, option, value.c_str(), 0) >= 0 &&
-                           avcodec_open2(context, encoder, nullptr) >= 0;
-        avcodec_free_context(&context);
-        return taken;
-    }
-
-    void SetUp() override { av_log_set_level(AV_LOG_QUIET); }
-    void TearDown() override { av_log_set_level(AV_LOG_INFO); }
-};
-
-TEST_F(EncoderWords, AreKnown) {
-    const struct {
-        const char *encoder, *option;
-        std::vector<std::string> words;
-    } cases[] = {
-        {"libx264",
-         "preset",
-         {IFormatCodecVideo::TAG_X264_PRESET_ULTRAFAST, IFormatCodecVideo::TAG_X264_PRESET_SUPERFAST,
-          IFormatCodecVideo::TAG_X264_PRESET_VERYFAST, IFormatCodecVideo::TAG_X264_PRESET_FASTER,
-          IFormatCodecVideo::TAG_X264_PRESET_FAST, IFormatCodecVideo::TAG_X264_PRESET_MEDIUM,
-          IFormatCodecVideo::TAG_X264_PRESET_SLOW, IFormatCodecVideo::TAG_X264_PRESET_SLOWER,
-          IFormatCodecVideo::TAG_X264_PRESET_VERYSLOW, IFormatCodecVideo::TAG_X264_PRESET_PLACEBO}},
-        {"libx264",
-         "tune",
-         {IFormatCodecVideo::TAG_X264_TUNE_FILM, IFormatCodecVideo::TAG_X264_TUNE_ANIMATION,
-          IFormatCodecVideo::TAG_X264_TUNE_GRAIN, IFormatCodecVideo::TAG_X264_TUNE_STILLIMAGE,
-          IFormatCodecVideo::TAG_X264_TUNE_PSNR, IFormatCodecVideo::TAG_X264_TUNE_SSIM,
-          IFormatCodecVideo::TAG_X264_TUNE_FASTDECODE, IFormatCodecVideo::TAG_X264_TUNE_ZEROLATENCY}},
-        {"libx264",
-         "profile",
-         {IFormatCodecVideo::TAG_X264_PROFILE_BASELINE, IFormatCodecVideo::TAG_X264_PROFILE_MAIN,
-          IFormatCodecVideo::TAG_X264_PROFILE_HIGH, IFormatCodecVideo::TAG_X264_PROFILE_HIGH10,
-          IFormatCodecVideo::TAG_X264_PROFILE_HIGH422, IFormatCodecVideo::TAG_X264_PROFILE_HIGH444}},
-        {"libx265",
-         "preset",
-         {IFormatCodecVideo::TAG_X265_PRESET_ULTRAFAST, IFormatCodecVideo::TAG_X265_PRESET_SUPERFAST,
-          IFormatCodecVideo::TAG_X265_PRESET_VERYFAST, IFormatCodecVideo::TAG_X265_PRESET_FASTER,
-          IFormatCodecVideo::TAG_X265_PRESET_FAST, IFormatCodecVideo::TAG_X265_PRESET_MEDIUM,
-          IFormatCodecVideo::TAG_X265_PRESET_SLOW, IFormatCodecVideo::TAG_X265_PRESET_SLOWER,
-          IFormatCodecVideo::TAG_X265_PRESET_VERYSLOW, IFormatCodecVideo::TAG_X265_PRESET_PLACEBO}},
-    };
-    for (const auto& [encoder, option, words] : cases) {
-        if (avcodec_find_encoder_by_name(encoder) == nullptr) continue;
-        for (const std::string& word : words) EXPECT_TRUE(Takes(encoder, option, word)) << option << ' ' << word;
-        EXPECT_FALSE(Takes(encoder, option, "nonsense")) << encoder << ' ' << option;
-    }
-}
-
-TEST(Vocabulary, ProfilesOfAacAndMpeg4AreOptionsOfFfmpeg) {
-    const auto isProfile = [](const AVClass* options, const std::string& word) {
-        // Which of the two groups it is depends on the release of FFmpeg.
-        for (const char* group : {"profile", "avctx.profile"}) {
-            if (options != nullptr &&
-                av_opt_find(&options, word.c_str(), group, 0, AV_OPT_SEARCH_FAKE_OBJ) != nullptr) {
-                return true;
-            }
-        }
-        return false;
-    };
-    const std::map<AVCodecID, std::vector<std::string>> profiles = {
-        {AV_CODEC_ID_AAC,
-         {IFormatCodecAudio::TAG_AAC_PROFILE_LOW, IFormatCodecAudio::TAG_AAC_PROFILE_SSR,
-          IFormatCodecAudio::TAG_AAC_PROFILE_LTP, IFormatCodecAudio::TAG_AAC_PROFILE_HE,
-          IFormatCodecAudio::TAG_AAC_PROFILE_HE_V2, IFormatCodecAudio::TAG_AAC_PROFILE_LD,
-          IFormatCodecAudio::TAG_AAC_PROFILE_ELD}},
-        {AV_CODEC_ID_MPEG4,
-         {IFormatCodecVideo::TAG_MPEG4_PROFILE_SIMPLE, IFormatCodecVideo::TAG_MPEG4_PROFILE_ADVANCED_SIMPLE,
-          IFormatCodecVideo::TAG_MPEG4_PROFILE_CORE_SCALABLE, IFormatCodecVideo::TAG_MPEG4_PROFILE_MAIN}}};
-    for (const auto& [codec, words] : profiles) {
-        const AVCodec* encoder = avcodec_find_encoder(codec);
-        ASSERT_NE(encoder, nullptr);
-        for (const std::string& word : words) {
-            EXPECT_TRUE(isProfile(avcodec_get_class(), word) || isProfile(encoder->priv_class, word)) << word;
-        }
-    }
 }
 
 }  // namespace

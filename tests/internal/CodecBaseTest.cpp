@@ -147,6 +147,7 @@ TEST(CodecBase, BitratesAreRepaired) {
         {"mp3", "s{Quality=0}", "s{Quality=1}"},
         {"mp3", "s", "s"},
         {"mp3", "s{SampleRate=8000,BitRate=256000}", "s{SampleRate=8000,BitRate=64000}"},
+        {"mp3", "s{SampleRate=16000,BitRate=320000}", "s{SampleRate=16000,BitRate=128000}"},
         {"mp3", "s{SampleRate=22050,BitRate=256000}", "s{SampleRate=22050,BitRate=160000}"},
         {"mp3", "s{SampleRate=22050,BitRate=96000}", "s{SampleRate=22050,BitRate=96000}"},
         {"mp3", "s{SampleRate=44100,BitRate=256000}", "s{SampleRate=44100,BitRate=256000}"},
