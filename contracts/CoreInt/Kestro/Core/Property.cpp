@@ -66,6 +66,7 @@ Property& Property::operator=(const Property& other) {
 
 Property& Property::operator=(Property&& other) noexcept {
     if (this == &other) return *this;
+    if (IsBelow(other)) return *this = Property(other);  // What holds this node cannot be moved into it.
     if (parent_ == nullptr) {
         // A child that is moved from stays where it is, under its name.
         if (other.parent_ != nullptr) {
@@ -113,7 +114,7 @@ Property& Property::SetChild(const std::string& name, const std::string& value) 
 Property& Property::SetChild(const std::string& name, const Property& value) { return SetChild(name, Property(value)); }
 
 Property& Property::SetChild(const std::string& name, Property&& value) {
-    Property kept(std::move(value));
+    Property kept = IsBelow(value) ? Property(value) : Property(std::move(value));
     Property& child = Child(name);
     child.TakeData(kept);
     return child;
@@ -339,6 +340,12 @@ const Property* Property::Select(std::string_view field, std::string_view text) 
         if (own != nullptr ? *own == text : PropertyValueToString(*value) == text) return child;
     }
     return nullptr;
+}
+
+bool Property::IsBelow(const Property& other) const noexcept {
+    const Property* node = parent_;
+    while (node != nullptr && node != &other) node = node->parent_;
+    return node != nullptr;
 }
 
 Property& Property::Child(const std::string& name) {

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include "Kestro/Constant.h"
@@ -94,6 +95,7 @@ public:
         for (std::size_t i = 0; i < index && child != nullptr; ++i) child = child->next_;
         return child != nullptr ? *child : Missing(std::to_string(index));
     }
+    Property& operator[](std::size_t index) { return const_cast<Property&>(std::as_const(*this)[index]); }
     const Property& operator[](const std::string& name) const {
         const Property* child = Find(name);
         return child != nullptr ? *child : Missing(name);
@@ -153,6 +155,7 @@ private:
     const Property* Walk(std::string_view& path) const;
     const Property* Select(std::string_view field, std::string_view text) const;
     const Property& Descend(std::string_view path) const;
+    bool IsBelow(const Property& other) const noexcept;
     Property& Child(const std::string& name);
     Property& Append(Property* child) noexcept;
     Property& SetValue(Value&& value) noexcept;
