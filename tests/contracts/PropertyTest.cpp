@@ -28,11 +28,11 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr std::nullopt_t kThrows = std::nullopt;
 
 /// root{a{x=1,y=text},b=2,c}
-Property Tree() {
+Property Tree(const std::string& text = "text") {
     Property root("root");
     Property& a = root.SetChild("a");
     a.SetChild("x", 1);
-    a.SetChild("y", "text");
+    a.SetChild("y", text);
     root.SetChild("b", 2);
     root.SetChild("c");
     return root;
@@ -150,13 +150,23 @@ struct Change {
 };
 #define DOES(action) #action, [](Property & root) { static_cast<void>(action); }
 
+void CheckChange(const Change& change, const std::string& text) {
+    SCOPED_TRACE(change.what);
+    std::string expected = change.result;
+    while (expected.find("text") != std::string::npos) expected.replace(expected.find("text"), 4, text);
+    Property root = Tree(text);
+    change.apply(root);
+    EXPECT_EQ(Dump(root), expected);
+    const Property copy(root);
+    EXPECT_EQ(Dump(copy), expected);
+    EXPECT_TRUE(copy == root);
+    for (std::size_t i = 0; i < root.Count(); ++i) EXPECT_EQ(&root[root[i].Name()], &root[i]) << "names are unique";
+}
+
 void CheckChanges(const std::vector<Change>& changes) {
     for (const Change& change : changes) {
-        SCOPED_TRACE(change.what);
-        Property root = Tree();
-        change.apply(root);
-        EXPECT_EQ(Dump(root), change.result);
-        for (std::size_t i = 0; i < root.Count(); ++i) EXPECT_EQ(&root[root[i].Name()], &root[i]) << "names are unique";
+        CheckChange(change, "Text");
+        CheckChange(change, std::string(50, 'T'));  // kept outside of its std::string
     }
 }
 
@@ -171,6 +181,7 @@ TEST(PropertyChanges, KeepPlacesAndNames) {
         {DOES(root = Property(root["b"])), "b=2"},
         {DOES(root["a"] = 3.5), "root{a=3.5,b=2,c}"},
         {DOES(root["b"].SetChild("x", true)), "root{a{x=1,y=text},b{x=true},c}"},
+        {DOES((root["b"].SetChild("x", true), root["b"].RemoveAll())), "root{a{x=1,y=text},b,c}"},
         {DOES(root.CopyDataFrom(Property("other", 7))), "root=7"},
         {DOES(root.RemoveChild("a")), "root{b=2,c}"},
         {DOES((root.RemoveChild("c"), root.SetChild("d", 1))), "root{a{x=1,y=text},b=2,d=1}"},
@@ -303,6 +314,28 @@ TEST(PropertyPaths, LeadToNodes) {
     EXPECT_EQ(root["Streams"]["1"]["Codec"]["Id"].GetString(), "flac");
 }
 
+TEST(PropertyPaths, EveryCharacterOfANameCounts) {
+    for (std::size_t size = 1; size <= 20; ++size) {
+        const std::string name(size, 'n');
+        Property root;
+        root.SetChild(name, name).SetChild("below", 1);
+        EXPECT_NE(root.FindByPath(name), nullptr);
+        EXPECT_NE(root.FindByPath(name + "/below"), nullptr);
+        for (const std::string& other : {name + "n", name + "xbelow", name + std::string(1, '\0')}) {
+            EXPECT_EQ(root.FindByPath(other), nullptr) << other;
+            EXPECT_EQ(root.FindByPath(other + "/below"), nullptr) << other;
+        }
+        for (std::size_t at = 0; at < size; ++at) {
+            std::string other = name;
+            other[at] = 'm';
+            EXPECT_EQ(root.FindByPath(other), nullptr) << other;
+            EXPECT_FALSE(root.ChildExists(other)) << other;
+            EXPECT_FALSE(NodeOf("", {{name, 1}}) == NodeOf("", {{other, 1}})) << other;
+            EXPECT_FALSE(Property("", name) == Property("", other)) << other;
+        }
+    }
+}
+
 TEST(PropertyPaths, MissingNodesAreNamed) {
     Property root = Streams();
     for (const auto& [path, segment] : std::vector<std::pair<std::string, std::string>>{
@@ -313,6 +346,7 @@ TEST(PropertyPaths, MissingNodesAreNamed) {
              {"Streams/=audio", "=audio"},
              {"Streams/TypeId=/Codec", "TypeId="},
              {"Streams/TypeId=Audio", "TypeId=Audio"},
+             {"Streams/Rate=44100", "Rate=44100"},
              {"Streams/", ""},
              {"/Streams", "Streams"},
              {"Streams//1", ""},

@@ -161,7 +161,9 @@ Property SourceValues(const Key& key, const IDataHelper& helper) {
         for (const char* tag : {"SampleRate", "Layout", "SampleFmt"}) {
             if (!rule->GetSecondName().ends_with(Property::SEPARATOR + tag)) continue;
             const auto allowed = rule->GetSecondConstraint();
-            if (!allowed->IsValid(node[tag])) node.SetChild(tag, *Described(*allowed).begin());
+            if (allowed->IsValid(node[tag])) continue;
+            const Property values = Described(*allowed);
+            if (values.Count() != 0) node.SetChild(tag, *values.begin());
         }
     }
     return node;
