@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <latch>
-#include <limits>
 #include <string>
 #include <thread>
 #include <vector>

@@ -205,6 +205,9 @@ TEST(PropertyChanges, TakeTheirValuesFromTheSameTree) {
         {DOES(root["b"] = root), rootInB},
         {DOES(root["b"].CopyDataFrom(root)), rootInB},
         {DOES(root.SetChild("b", root)), rootInB},
+        // What holds the target cannot leave: it is copied.
+        {DOES(root["b"] = std::move(root)), rootInB},
+        {DOES(root["a"].SetChild("x", std::move(root))), "root{a{x{a{x=1,y=text},b=2,c},y=text},b=2,c}"},
         {DOES(root.SetChild("r", std::move(root))), "{r{a{x=1,y=text},b=2,c}}"},
         {DOES(root["b"] = std::move(root["a"]["y"])), "root{a{x=1,y},b=text,c}"},
         {DOES(root.SetChild("b", root["a"])), "root{a{x=1,y=text},b{x=1,y=text},c}"},

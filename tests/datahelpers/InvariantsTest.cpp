@@ -15,6 +15,7 @@
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
+#include "Kestro/Exception.h"
 #include "Kestro/Proc/IFilterAudioFormatter.h"
 #include "Kestro/Proc/IFilterAudioVolume.h"
 #include "Kestro/Proc/IFilterFrameRate.h"
@@ -22,7 +23,6 @@
 #include "Kestro/Proc/IFilterResize.h"
 
 #include "tests/CallLog.h"
-#include "tests/Failure.h"
 #include "tests/Trees.h"
 
 // What holds for every helper of the registry, whatever it describes.
