@@ -213,6 +213,7 @@ Property& SetAnyChild(Input& input, Property& root, Property& node, const std::s
         case 0:
             return node.SetChild(name, source);
         case 1:
+            if (&source == &node) break;  // all its children would go into the new one
             return node.SetChild(name, std::move(source));
         case 2:
             if (source.Type() != PropertyTypes::String) break;

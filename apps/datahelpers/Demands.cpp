@@ -121,7 +121,10 @@ void RefuseValue(const Demand& demand, const Property& value, const std::string&
                     .wayOut = "--set " + userPath + "="};
     if (message.empty()) problem.message = userPath + " = " + Printable(problem.value) + " is not accepted.";
     // A plain list or range speaks for itself.
-    if (demand.rule || demand.isInstalled) problem.message += " " + demand.InWords();
+    if (demand.rule || demand.isInstalled) {
+        problem.message += problem.message.ends_with('.') ? " " : ". ";
+        problem.message += demand.InWords();
+    }
 
     const Property corrected = demand.Corrected(value);
     const std::vector<FrameSize> sizes = demand.FrameSizes();
