@@ -34,13 +34,13 @@ constexpr size_t IndexOf(StreamType type) { return static_cast<size_t>(type) - 1
 
 const StreamKind& Kind(StreamType type) { return kKinds[IndexOf(type)]; }
 
-std::string CodecIdPath(StreamType type) {
+}  // namespace
+
+std::string DataHelperFormatBase::CodecIdPath(StreamType type) {
     const StreamKind& kind = Kind(type);
     return IPreset::KEY_STREAMS + IPreset::INDEX + kind.typeId.get() + Core::Property::SEPARATOR + kind.codecKey.get() +
            Core::Property::SEPARATOR + IFormatCodec::TAG_CODEC_ID;
 }
-
-}  // namespace
 
 DataHelperFormatBase::DataHelperFormatBase(const FormatSheet& sheet) : DataHelperFormatBase(sheet, sheet.container) {}
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
+#include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
 #include "Kestro/Conf/DataHelpers/FakeConstraintConsumer.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioResample.h"
@@ -10,7 +11,6 @@
 #include "Kestro/Conf/DataHelpers/Sheet.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
-#include "Kestro/Conf/IPreset.h"
 #include "Kestro/Proc/SettingsFilterFrameRate.h"
 
 namespace Kestro::Conf {
@@ -40,9 +40,7 @@ private:
     ConstraintPtr own_;
 };
 
-const std::string kAudioCodecId = IPreset::KEY_STREAMS + IPreset::INDEX + IPreset::STREAM_TYPE_AUDIO +
-                                  Core::Property::SEPARATOR + IPreset::KEY_FILTER_AUDIO_CODEC +
-                                  Core::Property::SEPARATOR + IFormatCodec::TAG_CODEC_ID;
+const std::string kAudioCodecId = DataHelperFormatBase::CodecIdPath(StreamType::Audio);
 
 /// The automatic text that a constraint of that key is widened by; null for others.
 const std::string* AutomaticText(const std::string& key) {
