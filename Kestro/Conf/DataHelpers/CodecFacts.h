@@ -2,6 +2,7 @@
 
 #include "Kestro/Conf/DataHelpers/CodecSheet.h"
 #include "Kestro/Conf/DataHelpers/SharedRanges.h"
+#include "Kestro/Conf/DataHelpers/SharedRows.h"
 #include "Kestro/Conf/IFormatCodec.h"
 
 /// What the sheets of many encoders share.
@@ -27,8 +28,5 @@ inline constexpr SettingRow kVideoBitrate{
 /// The mean: it gives the default bitrate of no quality at all (GetDefaultVideoBitrate).
 inline constexpr SettingRow kVideoQuality{
     .tag = IFormatCodec::TAG_QUALITY, .initial = 50, .allowed = Shared{QualityRange}};
-
-/// Extradata goes into the container's header.
-inline constexpr SettingRow kGlobalHeader{.tag = IFormatCodec::TAG_GLOBAL_HEADER, .initial = true};
 
 }  // namespace Kestro::Conf

@@ -1,14 +1,11 @@
 #pragma once
 
 #include "Kestro/Conf/DataHelpers/FormatSheet.h"
-#include "Kestro/Conf/IFormatCodec.h"
+#include "Kestro/Conf/DataHelpers/SharedRows.h"
 #include "Kestro/Conf/IFormatFile.h"
 
 /// What the sheets of many containers share.
 namespace Kestro::Conf {
-
-/// Whether the container keeps the codecs' extradata in its header.
-inline constexpr SettingRow kWithGlobalHeader{.tag = IFormatCodec::TAG_GLOBAL_HEADER, .initial = true};
 
 inline constexpr SettingRow kNotForPsp{.tag = IFormatFile::TAG_PSP_MODE, .initial = false};
 inline constexpr SettingRow kNotProgressive{.tag = IFormatFile::TAG_PROGRESSIVE_READ, .initial = false};

@@ -30,7 +30,7 @@ constexpr Text kSubtitles[] = {
 };
 
 constexpr SettingRow kSettings[] = {
-    kWithGlobalHeader,
+    kGlobalHeader,
 };
 constexpr StreamRow kStreams[] = {
     {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_H264},

@@ -22,7 +22,7 @@ constexpr Text kMp3[] = {IFormatCodecAudio::CODEC_ID_MP3};
 constexpr int64_t kMp3SampleRates[] = {44'100, 48'000, 32'000, 22'050, 24'000, 16'000};
 
 constexpr SettingRow kSettings[] = {
-    kWithGlobalHeader,
+    kGlobalHeader,
     kNotForPsp,
     kNotProgressive,
 };
