@@ -178,14 +178,14 @@ TEST(CodecBase, BFramesAndKeyIntervalAreCompleted) {
 
 TEST(CodecBase, TheResamplersValuesAreChecked) {
     static constexpr int64_t kRates[] = {8000, 48000};
-    static constexpr Text kLayouts[] = {IFormatCodecAudio::TAG_CH_LAYOUT_MONO};
+    static constexpr ChannelLayout kLayouts[] = {ChannelLayout::Mono};
     static constexpr SampleFormats kFormats[] = {SampleFormats::S16, SampleFormats::Fltp};
     static constexpr CodecSheet kSheet{.codecId = IFormatCodecAudio::CODEC_ID_AC3,
                                        .stream = StreamType::Audio,
                                        .settings = {},
-                                       .sampleRates = kRates,
-                                       .layouts = kLayouts,
-                                       .sampleFormats = kFormats};
+                                       .sampleRates = Integers{kRates},
+                                       .layouts = Layouts{kLayouts},
+                                       .sampleFormats = SampleFormatList{kFormats}};
     const TestCodec codec(kSheet);
     for (const char* accepted : {"s", "s{SampleRate=48000}", "s{SampleFmt=fltp}", "s{Layout=mono}",
                                  "s{Layout=mono,SampleFmt=s16,SampleRate=8000}"}) {
@@ -228,7 +228,7 @@ TEST(CodecBase, SheetsBecomeSettingsConstraintsAndRules) {
     static constexpr CodecSheet kSheet{.codecId = IFormatCodecVideo::CODEC_ID_H263,
                                        .stream = StreamType::Video,
                                        .settings = kSettings,
-                                       .frameRates = kRates,
+                                       .frameRates = Rates{kRates},
                                        .rules = kRules};
     const boost::intrusive_ptr<const IDataHelper> helper = new TestCodec(kSheet);
     EXPECT_EQ(Dump(helper->GetDefaultSettings()),

@@ -31,11 +31,6 @@ public:
     using DataHelperFormatBase::SetCodecConstraint;
 };
 
-const boost::intrusive_ptr<IPropertyConstraint>& CoverOnly() {
-    static const auto coverOnly = ConstraintSet::Create(ConstraintSet::Named<bool>{{"cover", true}});
-    return coverOnly;
-}
-
 constexpr Text kVideo[] = {IFormatCodecVideo::CODEC_ID_H264, IFormatCodecVideo::CODEC_ID_MPEG2VIDEO};
 constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_MP3, IFormatCodecAudio::CODEC_ID_AAC};
 constexpr Text kH264[] = {kVideo[0]};
@@ -43,7 +38,7 @@ constexpr Text kMp3[] = {kAudio[0]};
 constexpr FrameRate kRates[] = {FrameRates::kFilm, FrameRates::kPal, FrameRates::kNtsc};
 constexpr Text kProfiles[] = {IFormatCodecVideo::TAG_X264_PROFILE_BASELINE};
 constexpr int64_t kSampleRates[] = {44'100, 48'000};
-constexpr Text kLayouts[] = {IFormatCodecAudio::TAG_CH_LAYOUT_MONO, IFormatCodecAudio::TAG_CH_LAYOUT_STEREO};
+constexpr ChannelLayout kLayouts[] = {ChannelLayout::Mono, ChannelLayout::Stereo};
 constexpr SettingRow kSettings[] = {{.tag = IFormatFile::TAG_PSP_MODE, .initial = false}};
 constexpr StreamRow kStreams[] = {
     {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = kAudio[1]},
@@ -51,10 +46,7 @@ constexpr StreamRow kStreams[] = {
 };
 constexpr FormatRuleRow kRules[] = {
     {.type = StreamType::Video, .tag = IFormatCodecVideo::TAG_FPS, .node = Node::FrameRate, .allowed = Rates{kRates}},
-    {.type = StreamType::Video,
-     .tag = IFormatCodecVideo::TAG_COVER_FLAG,
-     .node = Node::Own,
-     .allowed = Shared{CoverOnly}},
+    {.type = StreamType::Video, .tag = IFormatCodecVideo::TAG_COVER_FLAG, .node = Node::Own, .allowed = Flag{true}},
     {.type = StreamType::Video,
      .codecs = kH264,
      .tag = IFormatCodec::TAG_PROFILE,

@@ -11,13 +11,28 @@ namespace Kestro::Conf {
 inline constexpr Text kCbr = IFormatCodec::TAG_BITRATE_MODE_CBR;
 inline constexpr Text kVbr = IFormatCodec::TAG_BITRATE_MODE_VBR;
 inline constexpr Text kCbrOnly[] = {kCbr};
+inline constexpr Text kVbrOnly[] = {kVbr};
 inline constexpr Text kCbrOrVbr[] = {kCbr, kVbr};
 
-/// Constant bitrate alone, and constant bitrate unless variable is asked for.
+/// One mode alone, and constant bitrate unless variable is asked for.
 inline constexpr SettingRow kCbrMode{
     .tag = IFormatCodec::TAG_BITRATE_MODE, .initial = kCbr, .allowed = Texts{kCbrOnly}};
+inline constexpr SettingRow kVbrMode{
+    .tag = IFormatCodec::TAG_BITRATE_MODE, .initial = kVbr, .allowed = Texts{kVbrOnly}};
 inline constexpr SettingRow kCbrOrVbrMode{
     .tag = IFormatCodec::TAG_BITRATE_MODE, .initial = kCbr, .allowed = Texts{kCbrOrVbr}};
+
+/// The bitrate of an audio encoder that offers these.
+constexpr SettingRow AudioBitrate(std::span<const int64_t> bitrates, int64_t initial = 256'000) {
+    return {.tag = IFormatCodec::TAG_BITRATE, .initial = initial, .allowed = Integers{bitrates}};
+}
+
+/// The rates of MPEG-1 (ISO/IEC 11172-3), which AC-3 has too.
+inline constexpr int64_t kMpeg1SampleRates[] = {32'000, 44'100, 48'000};
+inline constexpr ChannelLayout kMono[] = {ChannelLayout::Mono};
+inline constexpr ChannelLayout kMonoAndStereo[] = {ChannelLayout::Mono, ChannelLayout::Stereo};
+/// Of an encoder that takes any: up to where converters end.
+inline constexpr Range kAnySampleRate{.lo = 1, .hi = 768'000};
 
 /// An audio encoder with variable bitrate.
 inline constexpr SettingRow kAudioQuality{

@@ -29,6 +29,13 @@ constexpr Text kWithoutBFrames[] = {
     IFormatCodecVideo::CODEC_ID_H263,
 };
 
+bool IsFrameRate(const Core::Property& value) {
+    if (value.Type() != PropertyTypes::Ratio) return false;
+    return value.GetRatio().numerator() > 0 ||
+           value.GetRatio() == Proc::SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE;
+}
+constexpr Satisfying kAnyFrameRate{IsFrameRate, IPropertyConstraint::DESCRIPTION_ID_FRAME_RATE};
+
 [[noreturn]] void ThrowUnknownStreamType(const char* function, boost::uint_least32_t line) {
     ThrowHelper("Unknown stream type", {}, boost::source_location(kSource, line, function));
 }
@@ -44,6 +51,7 @@ DataHelperCodecFFMPEG::DataHelperCodecFFMPEG(const CodecSheet& sheet) : DataHelp
 DataHelperCodecFFMPEG::DataHelperCodecFFMPEG(const CodecSheet& sheet, const std::string& codecId)
     : codecId_(codecId),
       stream_(sheet.stream),
+      bitrateIsOptional_(sheet.bitrateIsOptional),
       presetKey_(stream_ == StreamType::Audio ? IPreset::KEY_FILTER_AUDIO_CODEC : IPreset::KEY_FILTER_VIDEO_CODEC),
       defaults_(presetKey_) {
     const auto isOption = [](const SettingRow& row) { return row.node == Node::Options; };
@@ -58,7 +66,7 @@ DataHelperCodecFFMPEG::DataHelperCodecFFMPEG(const CodecSheet& sheet, const std:
             constraints_[SettingKey(row.node, row.tag)] = constraint;
     }
     if (!defaults_.ChildExists(options)) defaults_.SetChild(options);
-    if (!sheet.frameRates.empty()) constraints_[IFormatCodecVideo::TAG_FPS] = MakeConstraint(Rates{sheet.frameRates});
+    if (const auto rates = MakeConstraint(sheet.frameRates)) constraints_[IFormatCodecVideo::TAG_FPS] = rates;
     AddRules(sheet);
 }
 
@@ -66,20 +74,18 @@ void DataHelperCodecFFMPEG::AddRules(const CodecSheet& sheet) {
     const std::string own = SettingPath(presetKey_, Node::Own, IFormatCodec::TAG_CODEC_ID);
     const auto isThisCodec = ConstraintSet::Create({{codecId_, codecId_}});
     const auto add = [&](Node node, const std::string& tag, const Allowed& allowed) {
-        const auto rule =
-            PairValidationRule::Create(own, isThisCodec, SettingPath(presetKey_, node, tag), MakeConstraint(allowed));
+        const auto constraint = MakeConstraint(allowed);
+        if (!constraint) return;
+        const auto rule = PairValidationRule::Create(own, isThisCodec, SettingPath(presetKey_, node, tag), constraint);
         rules_.emplace_back(SettingPath(presetKey_, Node::Own, tag), rule);
     };
-    if (!sheet.sampleRates.empty()) {
-        add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, Integers{sheet.sampleRates});
-    }
-    if (!sheet.sampleFormats.empty()) {
-        add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, SampleFormatList{sheet.sampleFormats});
-    }
-    if (!sheet.layouts.empty()) add(Node::Resampler, IFormatCodecAudio::TAG_LAYOUT, Layouts{sheet.layouts});
-    if (stream_ == StreamType::Video) {
-        const Allowed rates = sheet.frameRates.empty() ? Allowed(AnyFrameRate()) : Allowed(Rates{sheet.frameRates});
-        add(Node::FrameRate, IFormatCodecVideo::TAG_FPS, rates);
+    if (stream_ == StreamType::Audio) {
+        add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, sheet.sampleRates);
+        add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, sheet.sampleFormats);
+        add(Node::Resampler, IFormatCodecAudio::TAG_LAYOUT, sheet.layouts);
+    } else if (stream_ == StreamType::Video) {
+        const bool isAny = std::holds_alternative<std::monostate>(sheet.frameRates);
+        add(Node::FrameRate, IFormatCodecVideo::TAG_FPS, isAny ? Allowed(kAnyFrameRate) : sheet.frameRates);
     }
     for (const CodecRuleRow& row : sheet.rules) {
         const auto rule =
@@ -133,14 +139,17 @@ void DataHelperCodecFFMPEG::ApplyPresetSettings(const Core::Property& preset, Co
 }
 
 void DataHelperCodecFFMPEG::ApplyAudioPreset(const Core::Property& preset, Core::Property& settings) const {
+    const auto copy = [&](const std::string& tag) {
+        if (!bitrateIsOptional_ || preset.ChildExists(tag)) settings.SetChild(tag, preset[tag]);
+    };
     settings.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
     const std::string& mode = preset[IFormatCodec::TAG_BITRATE_MODE].GetString();
     if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
-        settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE]);
+        copy(IFormatCodec::TAG_BITRATE);
     } else if (mode == IFormatCodec::TAG_BITRATE_MODE_VBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
-        settings.SetChild(IFormatCodec::TAG_QUALITY, preset[IFormatCodec::TAG_QUALITY]);
+        copy(IFormatCodec::TAG_QUALITY);
     } else if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE_MODE_CBR);
     } else {

@@ -25,7 +25,8 @@ public:
     /// height (pixels) and frame rate. A bitrate that is left to the program is computed for video
     /// (GetDefaultVideoBitrate) and left alone for audio; without options of its own a preset gets the encoder's.
     /// Throws HelperException for another codec's preset, an unknown bitrate mode, or variable bitrate without a
-    /// quality for video; PropertyException for a preset without a codec id, a mode or the value that its mode needs.
+    /// quality for video; PropertyException for a preset without a codec id, a mode or the value that its mode needs
+    /// (which an encoder may leave optional).
     /// After a throw the target may be partly written.
     void ApplyPresetSettings(const Core::Property& preset, Core::Property& settings) const override;
 
@@ -56,6 +57,7 @@ private:
 
     std::string codecId_;
     StreamType stream_;
+    bool bitrateIsOptional_;
     std::string presetKey_;
     Core::Property defaults_;
     ConstraintMap constraints_;

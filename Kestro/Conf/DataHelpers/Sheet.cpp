@@ -1,5 +1,6 @@
 #include "Kestro/Conf/DataHelpers/Sheet.h"
 
+#include <utility>
 #include <vector>
 
 #include "Kestro/Conf/DataHelpers/ConstraintChannelLayout.h"
@@ -8,13 +9,13 @@
 #include "Kestro/Conf/DataHelpers/ConstraintSampleFormat.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
 #include "Kestro/Conf/IFormatCodec.h"
+#include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Conf/SampleFmtRecord.h"
 #include "Kestro/Proc/IFilterFrameRate.h"
 #include "Kestro/Proc/IFilterResample.h"
 #include "Kestro/Proc/IFilterResize.h"
 #include "Kestro/Proc/IResample.h"
 #include "Kestro/Proc/IResize.h"
-#include "Kestro/Proc/SettingsFilterFrameRate.h"
 
 namespace Kestro::Conf {
 
@@ -24,12 +25,6 @@ using ConstraintPtr = boost::intrusive_ptr<IPropertyConstraint>;
 
 std::string Join(const std::string& parent, const std::string& child) {
     return parent + Core::Property::SEPARATOR + child;
-}
-
-bool IsFrameRate(const Core::Property& value) {
-    if (value.Type() != PropertyTypes::Ratio) return false;
-    return value.GetRatio().numerator() > 0 ||
-           value.GetRatio() == Proc::SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE;
 }
 
 struct ConstraintMaker {
@@ -42,6 +37,9 @@ struct ConstraintMaker {
         values.reserve(list.values.size());
         for (const int64_t value : list.values) values.emplace_back(std::to_string(value), value);
         return ConstraintSet::Create(values);
+    }
+    ConstraintPtr operator()(Flag flag) const {
+        return ConstraintSet::Create(ConstraintSet::Named<bool>{{flag.value ? "true" : "false", flag.value}});
     }
     ConstraintPtr operator()(const Texts& list) const {
         ConstraintSet::Named<std::string> values;
@@ -57,7 +55,18 @@ struct ConstraintMaker {
         }
         return ConstraintSet::Create(values);
     }
-    ConstraintPtr operator()(const Layouts& list) const { return new ConstraintChannelLayout(ToStrings(list.values)); }
+    ConstraintPtr operator()(const Layouts& list) const {
+        std::vector<std::string> names;
+        names.reserve(list.values.size());
+        for (const ChannelLayout layout : list.values) names.push_back(LayoutRecord::Find(layout)->name);
+        return new ConstraintChannelLayout(std::move(names));
+    }
+    ConstraintPtr operator()(AnyLayout) const {
+        std::vector<std::string> names;
+        names.reserve(LayoutRecord::All().size());
+        for (const LayoutRecord& record : LayoutRecord::All()) names.push_back(record.name);
+        return new ConstraintChannelLayout(std::move(names));
+    }
     ConstraintPtr operator()(const SampleFormatList& list) const {
         ConstraintSampleFormat::Formats formats;
         formats.reserve(list.values.size());
@@ -68,8 +77,8 @@ struct ConstraintMaker {
     ConstraintPtr operator()(EvenSize) const {
         return ConstraintMethod::CreateEven(IPropertyConstraint::DESCRIPTION_ID_EVEN_SIZE);
     }
-    ConstraintPtr operator()(AnyFrameRate) const {
-        return new ConstraintMethod(IsFrameRate, IPropertyConstraint::DESCRIPTION_ID_FRAME_RATE);
+    ConstraintPtr operator()(const Satisfying& condition) const {
+        return new ConstraintMethod(condition.accepts, condition.description);
     }
     ConstraintPtr operator()(const Shared& shared) const { return shared.constraint(); }
 };

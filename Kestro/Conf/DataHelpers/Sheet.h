@@ -9,6 +9,7 @@
 #include <variant>
 #include <vector>
 
+#include "Kestro/Conf/ChannelLayout.h"
 #include "Kestro/Conf/IPropertyConstraint.h"
 #include "Kestro/Conf/SampleFormats.h"
 #include "Kestro/Core/Property.h"
@@ -53,6 +54,10 @@ struct Range {
 struct Integers {
     std::span<const int64_t> values;
 };
+/// This flag.
+struct Flag {
+    bool value;
+};
 /// One of these texts.
 struct Texts {
     std::span<const Text> values;
@@ -63,24 +68,29 @@ struct Rates {
 };
 /// One of these channel layouts; corrected by number of channels.
 struct Layouts {
-    std::span<const Text> values;
+    std::span<const ChannelLayout> values;
 };
+/// Any channel layout that has a record.
+struct AnyLayout {};
 /// One of these sample formats; corrected by size of the sample.
 struct SampleFormatList {
     std::span<const SampleFormats> values;
 };
 /// An even number of pixels.
 struct EvenSize {};
-/// A frame rate above 0, or the mark that keeps the source's.
-struct AnyFrameRate {};
+/// What a predicate accepts.
+struct Satisfying {
+    bool (*accepts)(const Core::Property& value);
+    Text description;  ///< one of IPropertyConstraint::DESCRIPTION_ID_
+};
 /// One constraint object that several helpers refer to.
 struct Shared {
     const boost::intrusive_ptr<IPropertyConstraint>& (*constraint)();
 };
 
 /// std::monostate: anything, there is no constraint.
-using Allowed = std::variant<std::monostate, Range, Integers, Texts, Rates, Layouts, SampleFormatList, EvenSize,
-                             AnyFrameRate, Shared>;
+using Allowed = std::variant<std::monostate, Range, Integers, Flag, Texts, Rates, Layouts, AnyLayout, SampleFormatList,
+                             EvenSize, Satisfying, Shared>;
 /// std::monostate: the setting is not among the defaults.
 using Initial = std::variant<std::monostate, bool, int64_t, Text>;
 
@@ -123,6 +133,7 @@ namespace Sound {
 /// Constants are compared by identity: every text of the vocabulary stands once.
 constexpr bool Same(const Text& a, const Text& b) { return &a.get() == &b.get(); }
 constexpr bool Same(int64_t a, int64_t b) { return a == b; }
+constexpr bool Same(ChannelLayout a, ChannelLayout b) { return a == b; }
 constexpr bool Same(SampleFormats a, SampleFormats b) { return a == b; }
 constexpr bool Same(const FrameRate& a, const FrameRate& b) {
     return a.numerator * b.denominator == b.numerator * a.denominator;
@@ -170,7 +181,7 @@ constexpr bool IsSound(const Initial& initial, const Allowed& allowed) {
     if (const auto* range = std::get_if<Range>(&allowed)) return IsIn(*range, initial);
     if (const auto* list = std::get_if<Integers>(&allowed)) return IsOffered(list->values, initial);
     if (const auto* list = std::get_if<Texts>(&allowed)) return IsOffered(list->values, initial);
-    if (const auto* list = std::get_if<Layouts>(&allowed)) return IsOffered(list->values, initial);
+    if (const auto* list = std::get_if<Layouts>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<SampleFormatList>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<Rates>(&allowed)) return IsList(list->values);
     return true;

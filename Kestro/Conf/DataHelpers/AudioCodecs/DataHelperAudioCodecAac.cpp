@@ -13,12 +13,17 @@ constexpr int64_t kBitrates[] = {32'000,  64'000,  96'000,  128'000, 160'000, 19
 constexpr int64_t kBitratesOfTwoChannels[] = {320'000, 448'000, 512'000};
 constexpr int64_t kSampleRates[] = {96'000, 88'200, 64'000, 48'000, 44'100, 32'000, 24'000,
                                     22'050, 16'000, 12'000, 11'025, 8'000,  7'350};
-constexpr Text kLayouts[] = {
-    IFormatCodecAudio::TAG_CH_LAYOUT_MONO,         IFormatCodecAudio::TAG_CH_LAYOUT_STEREO,
-    IFormatCodecAudio::TAG_CH_LAYOUT_5POINT0_BACK, IFormatCodecAudio::TAG_CH_LAYOUT_5POINT1_BACK,
-    IFormatCodecAudio::TAG_CH_LAYOUT_7POINT1,
+// The channel configurations that have a number of their own (ISO/IEC 14496-3, table 1.19): every player knows them.
+constexpr ChannelLayout kLayouts[] = {
+    ChannelLayout::Mono,
+    ChannelLayout::Stereo,
+    ChannelLayout::Surround,
+    ChannelLayout::Layout4Point0,
+    ChannelLayout::Layout5Point0Back,
+    ChannelLayout::Layout5Point1Back,
+    ChannelLayout::Layout7Point1,
 };
-constexpr std::span<const Text> kLayoutsAboveMono = std::span(kLayouts).subspan(1);
+constexpr std::span<const ChannelLayout> kLayoutsAboveMono = std::span(kLayouts).subspan(1);
 constexpr Text kProfiles[] = {
     IFormatCodecAudio::TAG_AAC_PROFILE_LOW,   IFormatCodecAudio::TAG_AAC_PROFILE_SSR,
     IFormatCodecAudio::TAG_AAC_PROFILE_LTP,   IFormatCodecAudio::TAG_AAC_PROFILE_HE,
@@ -28,7 +33,7 @@ constexpr Text kProfiles[] = {
 
 constexpr SettingRow kSettings[] = {
     kCbrMode,
-    {.tag = IFormatCodec::TAG_BITRATE, .initial = 256'000, .allowed = Integers{kBitrates}},
+    AudioBitrate(kBitrates),
     {.tag = IFormatCodec::TAG_PROFILE,
      .node = Node::Options,
      .initial = IFormatCodecAudio::TAG_AAC_PROFILE_LOW,
@@ -47,8 +52,8 @@ constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_AAC,
     .stream = StreamType::Audio,
     .settings = kSettings,
-    .sampleRates = kSampleRates,
-    .layouts = kLayouts,
+    .sampleRates = Integers{kSampleRates},
+    .layouts = Layouts{kLayouts},
     .rules = kRules,
 };
 static_assert(IsSound(kSheet));

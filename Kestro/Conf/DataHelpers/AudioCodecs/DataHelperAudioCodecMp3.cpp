@@ -11,19 +11,18 @@ namespace {
 
 constexpr int64_t kBitrates[] = {32'000, 64'000, 96'000, 128'000, 160'000, 192'000, 224'000, 256'000, 320'000};
 constexpr int64_t kSampleRates[] = {8'000, 11'025, 12'000, 16'000, 22'050, 24'000, 32'000, 44'100, 48'000};
-constexpr Text kLayouts[] = {IFormatCodecAudio::TAG_CH_LAYOUT_MONO, IFormatCodecAudio::TAG_CH_LAYOUT_STEREO};
 
 constexpr SettingRow kSettings[] = {
     kCbrOrVbrMode,
-    {.tag = IFormatCodec::TAG_BITRATE, .initial = 256'000, .allowed = Integers{kBitrates}},
+    AudioBitrate(kBitrates),
     kAudioQuality,
 };
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_MP3,
     .stream = StreamType::Audio,
     .settings = kSettings,
-    .sampleRates = kSampleRates,
-    .layouts = kLayouts,
+    .sampleRates = Integers{kSampleRates},
+    .layouts = Layouts{kMonoAndStereo},
 };
 static_assert(IsSound(kSheet));
 
