@@ -44,6 +44,9 @@ private:
 std::string DescriptionInWords(const std::string& description) {
     if (description == IPropertyConstraint::DESCRIPTION_ID_EVEN_SIZE) return "even";
     if (description == IPropertyConstraint::DESCRIPTION_ID_FRAME_RATE) return "above 0/1, or 0/1 for that of the input";
+    if (description == IPropertyConstraint::DESCRIPTION_ID_DTS_BITRATE) {
+        return "from 32000 to 3840000, the least rising with sample rate and channels";
+    }
     return description;
 }
 

@@ -3,14 +3,30 @@
 #include <utility>
 
 #include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecAac.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecAc3.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecAlac.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecAmrNB.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecDTS.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecEmpty.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecFlac.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecMp2.h"
 #include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecMp3.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecPCM.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecVorbis.h"
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecWmav2.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioFormatter.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioResample.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioVolume.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperVideoResample.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperVideoResize.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatFlac.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMka.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMkv.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMp4.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMpegTS.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatOgg.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatWav.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatWma.h"
 #include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecX264.h"
 #include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
@@ -34,9 +50,36 @@ boost::intrusive_ptr<const IDataHelper> Make(Arguments&&... arguments) {
     return new Helper(std::forward<Arguments>(arguments)...);
 }
 
+DataHelperTable::value_type Pcm(const std::string& codecId) {
+    return {codecId, Make<DataHelperAudioCodecPCM>(codecId)};
+}
+
 const DataHelperTable kAudioCodecs{
+    {IFormatCodec::CODEC_ID_AUTO, Make<DataHelperAudioCodecEmpty>()},
     {IFormatCodecAudio::CODEC_ID_AAC, Make<DataHelperAudioCodecAac>()},
+    {IFormatCodecAudio::CODEC_ID_AC3, Make<DataHelperAudioCodecAc3>()},
+    {IFormatCodecAudio::CODEC_ID_DTS, Make<DataHelperAudioCodecDTS>()},
     {IFormatCodecAudio::CODEC_ID_MP3, Make<DataHelperAudioCodecMp3>()},
+    {IFormatCodecAudio::CODEC_ID_FLAC, Make<DataHelperAudioCodecFlac>()},
+    {IFormatCodecAudio::CODEC_ID_ALAC, Make<DataHelperAudioCodecAlac>()},
+    {IFormatCodecAudio::CODEC_ID_AMR_NB, Make<DataHelperAudioCodecAmrNB>()},
+    {IFormatCodecAudio::CODEC_ID_WMAV2, Make<DataHelperAudioCodecWmav2>()},
+    {IFormatCodecAudio::CODEC_ID_MP2, Make<DataHelperAudioCodecMp2>()},
+    {IFormatCodecAudio::CODEC_ID_VORBIS, Make<DataHelperAudioCodecVorbis>()},
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_U16BE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_U16LE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_U24BE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_U24LE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_U8),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_U32BE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_U32LE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_S16BE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_S16LE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_S24BE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_S24LE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_S8),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_S32BE),
+    Pcm(IFormatCodecAudio::CODEC_ID_PCM_S32LE),
 };
 
 const DataHelperTable kVideoCodecs{
@@ -48,6 +91,13 @@ const DataHelperTable kFormats{
     {IFormatFile::FORMAT_M4V, Make<DataHelperFormatMp4>(IFormatFile::FORMAT_M4V, false)},
     {IFormatFile::FORMAT_IPOD, Make<DataHelperFormatMp4>(IFormatFile::FORMAT_IPOD, false)},
     {IFormatFile::FORMAT_MATROSKA, Make<DataHelperFormatMkv>()},
+    {IFormatFile::FORMAT_MKA, Make<DataHelperFormatMka>()},
+    {IFormatFile::FORMAT_OGG, Make<DataHelperFormatOgg>()},
+    {IFormatFile::FORMAT_FLAC, Make<DataHelperFormatFlac>()},
+    {IFormatFile::FORMAT_WAV, Make<DataHelperFormatWav>(IFormatFile::FORMAT_WAV)},
+    {IFormatFile::FORMAT_AIFF, Make<DataHelperFormatWav>(IFormatFile::FORMAT_AIFF)},
+    {IFormatFile::FORMAT_MPEGTS, Make<DataHelperFormatMpegTS>()},
+    {IFormatFile::FORMAT_WMA, Make<DataHelperFormatWma>()},
 };
 
 /// By class id.

@@ -15,10 +15,6 @@ constexpr Text kVideo[] = {
     IFormatCodecVideo::CODEC_ID_MPEG2VIDEO, IFormatCodecVideo::CODEC_ID_MPEG4,   IFormatCodecVideo::CODEC_ID_THEORA,
     IFormatCodecVideo::CODEC_ID_VP9,        IFormatCodecVideo::CODEC_ID_DVVIDEO, IFormatCodecVideo::CODEC_ID_AV1,
 };
-constexpr Text kAudio[] = {
-    IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_AC3,  IFormatCodecAudio::CODEC_ID_DTS,
-    IFormatCodecAudio::CODEC_ID_MP3, IFormatCodecAudio::CODEC_ID_ALAC, IFormatCodecAudio::CODEC_ID_VORBIS,
-};
 constexpr Text kSubtitles[] = {
     IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE,
     IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE,
@@ -34,7 +30,7 @@ constexpr SettingRow kSettings[] = {
 };
 constexpr StreamRow kStreams[] = {
     {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_H264},
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
+    {.type = StreamType::Audio, .codecs = kMatroskaAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
     {.type = StreamType::Subtitle, .codecs = kSubtitles, .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE},
 };
 constexpr FormatSheet kSheet{

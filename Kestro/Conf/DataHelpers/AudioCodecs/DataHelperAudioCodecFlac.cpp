@@ -1,0 +1,44 @@
+#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecFlac.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecAudio.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr int64_t kSampleRates[] = {8'000, 16'000, 22'050, 24'000, 32'000, 44'100, 48'000, 96'000};
+// The channel assignments of RFC 9639, 9.1.3, with the surround speakers at the side or behind.
+constexpr ChannelLayout kLayouts[] = {
+    ChannelLayout::Mono,          ChannelLayout::Stereo,
+    ChannelLayout::Surround,      ChannelLayout::Quad,
+    ChannelLayout::Layout2_2,     ChannelLayout::Layout5Point0Back,
+    ChannelLayout::Layout5Point0, ChannelLayout::Layout5Point1Back,
+    ChannelLayout::Layout5Point1, ChannelLayout::Layout6Point1,
+    ChannelLayout::Layout7Point1,
+};
+// The encoder keeps 24 of 32 bits.
+constexpr SampleFormats kFormats[] = {SampleFormats::S16, SampleFormats::S32};
+constexpr EncodedShare kShares[] = {{kFormats[0], 0.53}, {kFormats[1], 0.69 * 24.0 / 32.0}};
+
+constexpr SettingRow kSettings[] = {
+    kVbrMode,
+    kGlobalHeader,
+    {.tag = IFormatCodecAudio::TAG_SAMPLE_FORMAT, .node = Node::Resampler, .allowed = SampleFormatList{kFormats}},
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecAudio::CODEC_ID_FLAC,
+    .stream = StreamType::Audio,
+    .settings = kSettings,
+    .sampleRates = Integers{kSampleRates},
+    .layouts = Layouts{kLayouts},
+    .sampleFormats = SampleFormatList{kFormats},
+    .bitrateIsOptional = true,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperAudioCodecFlac::DataHelperAudioCodecFlac() : DataHelperAudioCodecLossless(kSheet, kSheet.codecId, kShares) {}
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
+
+namespace Kestro::Conf {
+
+/// Matroska (RFC 9559) of sound alone.
+class DataHelperFormatMka final : public DataHelperFormatBase {
+public:
+    DataHelperFormatMka();
+};
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
+
+namespace Kestro::Conf {
+
+/// Ogg (RFC 3533) of sound.
+class DataHelperFormatOgg final : public DataHelperFormatBase {
+public:
+    DataHelperFormatOgg();
+};
+
+}  // namespace Kestro::Conf
