@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Kestro/Conf/ConstraintIsNotApplicableForTypeException.h"
+#include "Kestro/Conf/DataHelpers/ConstraintRange.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
@@ -12,6 +13,7 @@
 #include "Kestro/Conf/SampleFmtRecord.h"
 #include "Kestro/Core/PropertyException.h"
 #include "Kestro/Core/PropertyValueToString.h"
+#include "Kestro/FFWrapper/BitrateLimits.h"
 #include "Kestro/FFWrapper/ChannelLayoutMapping.h"
 #include "Kestro/FFWrapper/EncoderCapabilities.h"
 #include "Kestro/Proc/IFilterFrameRate.h"
@@ -27,8 +29,10 @@ namespace App {
 namespace {
 
 using Kestro::Conf::ConstraintMap;
+using Kestro::Conf::ConstraintRange;
 using Kestro::Conf::ConstraintSet;
 using Kestro::Conf::IDataHelper;
+using Kestro::Conf::IFormatCodec;
 using Kestro::Conf::IFormatCodecAudio;
 using Kestro::Conf::IFormatCodecVideo;
 using Kestro::Conf::IPreset;
@@ -195,6 +199,17 @@ void AddInstalledEncoderDemands(const std::string& encoderName, const Property& 
         frameRates.emplace_back(std::to_string(rate.numerator()) + "/" + std::to_string(rate.denominator()), rate);
     }
     add(Kestro::Proc::IFilterFrameRate::CLASS_ID, IFormatCodecVideo::TAG_FPS, frameRates);
+
+    if (const LayoutRecord* layout = LayoutRecord::Find(TextAt(codec, IFormatCodecAudio::TAG_LAYOUT))) {
+        const int64_t rate = codec[IFormatCodecAudio::TAG_SAMPLE_RATE].GetInt64();
+        if (const auto limits = Kestro::FFWrapper::BitrateLimits::Find(encoderName, rate, layout->code)) {
+            demands.push_back({who, Below(codec.Name(), IFormatCodec::TAG_BITRATE),
+                               ConstraintRange::Create(limits->lowest, limits->highest, int64_t{0}), nullptr, true});
+        }
+    }
+    ConstraintSet::Named<std::string> profiles;
+    for (const std::string& profile : capabilities->profiles) profiles.emplace_back(profile, profile);
+    add(Below(codec.Name(), IFormatCodec::TAG_CODEC_OPTIONS_ENCODE), IFormatCodec::TAG_PROFILE, profiles);
 }
 
 }  // namespace App

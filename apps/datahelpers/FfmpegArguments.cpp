@@ -243,9 +243,14 @@ void AddBitrate(const PlannedStream& stream, const Property& codec, StreamOption
     options.Add("bufsize", Number(2 * std::min(*bitrate, IFormatCodecVideo::MAX_VIDEO_BITRATE)));
 }
 
+/// Empty when none is asked for.
+std::string Profile(const Property& codec) {
+    return TextAt(codec, IFormatCodec::TAG_CODEC_OPTIONS_ENCODE + Property::SEPARATOR + IFormatCodec::TAG_PROFILE);
+}
+
 void AddEncoderOptions(const PlannedStream& stream, const Property& codec, StreamOptions& options) {
     const std::string prefix = IFormatCodec::TAG_CODEC_OPTIONS_ENCODE + Property::SEPARATOR;
-    const std::string profile = TextAt(codec, prefix + IFormatCodec::TAG_PROFILE);
+    const std::string profile = Profile(codec);
     options.AddIfGiven("preset", TextAt(codec, prefix + IFormatCodec::TAG_PRESET));
     options.AddIfGiven("tune", TextAt(codec, prefix + IFormatCodecVideo::TAG_X264_TUNE));
     options.AddIfGiven("profile", EncoderProfile(profile));
@@ -300,7 +305,8 @@ void AddStream(const Plan& plan, std::size_t planned, std::size_t index, int pas
     StreamOptions options(arguments, index);
     options.Add("c", stream.encoder);
     const AVCodec* encoder = avcodec_find_encoder_by_name(stream.encoder.c_str());
-    if (encoder != nullptr && (encoder->capabilities & AV_CODEC_CAP_EXPERIMENTAL) != 0) {
+    const bool isExperimental = encoder != nullptr && (encoder->capabilities & AV_CODEC_CAP_EXPERIMENTAL) != 0;
+    if (isExperimental || Profile(codec) == IFormatCodecAudio::TAG_AAC_PROFILE_LTP) {
         options.Add("strict", "experimental");
     }
     options.AddIfGiven("filter", stream.kind->type == StreamType::Video ? VideoFilters(stream, settings, codec)

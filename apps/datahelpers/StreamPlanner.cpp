@@ -130,23 +130,14 @@ void StreamPlanner::AddFilter(const std::string& classId) {
     Filter filter{
         .classId = classId, .helper = FindHelper(kFilters, classId, ExitStatus::NotAcceptable), .settings = {}};
     filter.settings = filter.helper->GetDefaultSettings();
-    if (stream_.settings.ChildExists(classId)) {
-        CompleteFilter(filter, stream_.settings[classId]);
-    } else {
-        KeepSource(filter.settings);
-    }
+    // What is not asked for stays as it is in the source.
+    KeepSource(filter.settings);
+    if (stream_.settings.ChildExists(classId)) CompleteFilter(filter, stream_.settings[classId]);
     AddFilterDemands(classId, *filter.helper, filterDemands_);
     filters_.push_back(std::move(filter));
 }
 
 void StreamPlanner::CompleteFilter(Filter& filter, const Property& asked) {
-    ForEachValue(filter.settings, {}, [&](const std::string& path, const Property& value) {
-        const bool decides = LastSegment(path) != IPreset::KEY_TYPE_ID && !IsKeepMark(LastSegment(path), value);
-        const bool isSize = filter.classId == IFilterResize::CLASS_ID;  // Its sizes say nothing without their mode.
-        if (asked.FindByPath(path) != nullptr || !decides || isSize) return;
-        plan_.choices.push_back(
-            {UserPath(Below(filter.classId, path)), PropertyValueToString(value), "the filter's default"});
-    });
     Override(filter.settings, asked);
     if (filter.classId != IFilterResize::CLASS_ID) return;
     const std::string mode = Below(IResize::CLASS_ID, IResize::FRAME_SIZE_MODE);

@@ -9,10 +9,14 @@ extern "C" {
 #include <libavutil/pixdesc.h>
 }
 
+#include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/FFWrapper/SampleFormatMapping.h"
 
 namespace Kestro::FFWrapper {
 namespace {
+
+/// FFmpeg's own AAC encoder.
+constexpr const char* kAac = "aac";
 
 #if LIBAVCODEC_VERSION_INT >= AV_VERSION_INT(61, 13, 100)
 
@@ -76,6 +80,10 @@ std::optional<EncoderCapabilities> EncoderCapabilities::Find(const std::string& 
     }
     for (const AVPixelFormat format : PixelFormats(*encoder)) {
         if (const char* name = av_get_pix_fmt_name(format)) capabilities.pixelFormats.emplace_back(name);
+    }
+    if (encoderName == kAac) {
+        capabilities.profiles = {Conf::IFormatCodecAudio::TAG_AAC_PROFILE_LOW,
+                                 Conf::IFormatCodecAudio::TAG_AAC_PROFILE_LTP};
     }
     for (const AVRational rate : FrameRates(*encoder)) capabilities.frameRates.emplace_back(rate.num, rate.den);
     return capabilities;

@@ -1,0 +1,35 @@
+#include "Kestro/FFWrapper/BitrateLimits.h"
+
+#include <algorithm>
+
+#include "Kestro/Conf/LayoutRecord.h"
+
+namespace Kestro::FFWrapper {
+namespace {
+
+/// FFmpeg's mask of the low-frequency channel.
+constexpr uint64_t kLowFrequency = 0x8;
+
+/// FFmpeg's DTS encoder: a frame of 512 samples must hold its headers and each channel's scale factors.
+BitrateLimits OfDts(int64_t sampleRate, const Conf::LayoutRecord& layout) {
+    constexpr int64_t kSamples = 512;
+    constexpr int64_t kAlignment = 32;
+    constexpr int64_t kLowestOfAll = 32'000;
+    constexpr int64_t kHighestOfAll = 3'840'000;
+    const int64_t lowChannels = (layout.ffmpegMask & kLowFrequency) != 0 ? 1 : 0;
+    const int64_t leastBits = 132 + 1389 * (layout.channels - lowChannels) + 72 * lowChannels;
+    // The bits of a frame are aligned upwards, so any above the multiple before suffice.
+    const int64_t multipleBefore = (leastBits - 1) / kAlignment * kAlignment;
+    return {std::max(kLowestOfAll, multipleBefore * sampleRate / kSamples + 1), kHighestOfAll};
+}
+
+}  // namespace
+
+std::optional<BitrateLimits> BitrateLimits::Find(const std::string& encoderName, int64_t sampleRate,
+                                                 Conf::ChannelLayout layout) {
+    const Conf::LayoutRecord* record = Conf::LayoutRecord::Find(layout);
+    if (encoderName != "dca" || record == nullptr) return std::nullopt;
+    return OfDts(sampleRate, *record);
+}
+
+}  // namespace Kestro::FFWrapper
