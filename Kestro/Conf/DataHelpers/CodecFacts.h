@@ -14,11 +14,13 @@ inline constexpr Text kCbrOnly[] = {kCbr};
 inline constexpr Text kVbrOnly[] = {kVbr};
 inline constexpr Text kCbrOrVbr[] = {kCbr, kVbr};
 
-/// One mode alone, and constant bitrate unless variable is asked for.
+/// One mode alone, and both with one of them by default.
 inline constexpr SettingRow kCbrMode{
     .tag = IFormatCodec::TAG_BITRATE_MODE, .initial = kCbr, .allowed = Texts{kCbrOnly}};
 inline constexpr SettingRow kVbrMode{
     .tag = IFormatCodec::TAG_BITRATE_MODE, .initial = kVbr, .allowed = Texts{kVbrOnly}};
+inline constexpr SettingRow kVbrOrCbrMode{
+    .tag = IFormatCodec::TAG_BITRATE_MODE, .initial = kVbr, .allowed = Texts{kCbrOrVbr}};
 inline constexpr SettingRow kCbrOrVbrMode{
     .tag = IFormatCodec::TAG_BITRATE_MODE, .initial = kCbr, .allowed = Texts{kCbrOrVbr}};
 
@@ -38,8 +40,14 @@ inline constexpr Range kAnySampleRate{.lo = 1, .hi = 768'000};
 inline constexpr SettingRow kAudioQuality{
     .tag = IFormatCodec::TAG_QUALITY, .initial = 1, .allowed = Shared{QualityRange}};
 
+/// MPEG-1 and MPEG-2, up to the frames of 2160 lines.
+inline constexpr Range kMpegWidths{.lo = 32, .hi = 3840, .step = 2};
+inline constexpr Range kMpegHeights{.lo = 32, .hi = 2160, .step = 2};
+
 inline constexpr SettingRow kVideoBitrate{
     .tag = IFormatCodec::TAG_BITRATE, .initial = 2'000'000, .allowed = Shared{VideoBitrateRange}};
+/// An encoder without a quality by default, which may have one.
+inline constexpr SettingRow kOptionalVideoQuality{.tag = IFormatCodec::TAG_QUALITY, .allowed = Shared{QualityRange}};
 /// The mean: it gives the default bitrate of no quality at all (GetDefaultVideoBitrate).
 inline constexpr SettingRow kVideoQuality{
     .tag = IFormatCodec::TAG_QUALITY, .initial = 50, .allowed = Shared{QualityRange}};

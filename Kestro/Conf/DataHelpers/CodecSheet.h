@@ -7,10 +7,11 @@
 
 namespace Kestro::Conf {
 
-/// "Where the encoder's own setting `when` is one of `is`, the setting must be `allowed`": what an encoder takes in
-/// some of its modes only.
+/// "Where the setting `when` is one of `is`, the setting `tag` must be `allowed`": what an encoder takes in some of its
+/// modes only.
 struct CodecRuleRow {
     Text when;
+    Node whenNode = Node::Own;
     Allowed is;
     Text tag;
     Node node;
@@ -28,9 +29,12 @@ struct CodecSheet {
     Allowed sampleRates = {};  ///< Hz, what the resampler may give the encoder
     Allowed layouts = {};
     Allowed sampleFormats = {};
-    Allowed frameRates = {};                   ///< what the frame-rate filter may give the encoder; a constraint too
-    std::span<const CodecRuleRow> rules = {};  ///< rules beyond those that the four above make
-    bool bitrateIsOptional = false;            ///< an audio preset may leave out bitrate and quality
+    Allowed widths = {};  ///< pixels, what the resizer may give the encoder
+    Allowed heights = {};
+    Allowed frameSizes = {};
+    Allowed frameRates = {};                   ///< what the frame-rate filter may give; a list is a constraint too
+    std::span<const CodecRuleRow> rules = {};  ///< rules beyond those that the above make
+    bool bitrateIsOptional = false;            ///< a preset may leave out the bitrate, and of sound the quality
 };
 
 constexpr bool IsSound(const CodecSheet& sheet) {
@@ -39,7 +43,8 @@ constexpr bool IsSound(const CodecSheet& sheet) {
     }
     return Sound::IsSound(sheet.settings) && Sound::IsSound({}, sheet.sampleRates) &&
            Sound::IsSound({}, sheet.layouts) && Sound::IsSound({}, sheet.sampleFormats) &&
-           Sound::IsSound({}, sheet.frameRates);
+           Sound::IsSound({}, sheet.widths) && Sound::IsSound({}, sheet.heights) &&
+           Sound::IsSound({}, sheet.frameSizes) && Sound::IsSound({}, sheet.frameRates);
 }
 
 }  // namespace Kestro::Conf

@@ -13,6 +13,7 @@
 #include "Kestro/Proc/IFilterFrameRate.h"
 #include "Kestro/Proc/IFilterResample.h"
 #include "Kestro/Proc/IFilterResize.h"
+#include "Kestro/Proc/IResize.h"
 #include "Kestro/Proc/SettingsFilterFrameRate.h"
 
 namespace Kestro::Conf {
@@ -28,13 +29,6 @@ constexpr Text kWithoutBFrames[] = {
     IFormatCodecVideo::CODEC_ID_WMV2,
     IFormatCodecVideo::CODEC_ID_H263,
 };
-
-bool IsFrameRate(const Core::Property& value) {
-    if (value.Type() != PropertyTypes::Ratio) return false;
-    return value.GetRatio().numerator() > 0 ||
-           value.GetRatio() == Proc::SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE;
-}
-constexpr Satisfying kAnyFrameRate{IsFrameRate, IPropertyConstraint::DESCRIPTION_ID_FRAME_RATE};
 
 [[noreturn]] void ThrowUnknownStreamType(const char* function, boost::uint_least32_t line) {
     ThrowHelper("Unknown stream type", {}, boost::source_location(kSource, line, function));
@@ -66,7 +60,8 @@ DataHelperCodecFFMPEG::DataHelperCodecFFMPEG(const CodecSheet& sheet, const std:
             constraints_[SettingKey(row.node, row.tag)] = constraint;
     }
     if (!defaults_.ChildExists(options)) defaults_.SetChild(options);
-    if (const auto rates = MakeConstraint(sheet.frameRates)) constraints_[IFormatCodecVideo::TAG_FPS] = rates;
+    if (std::holds_alternative<Rates>(sheet.frameRates))
+        constraints_[IFormatCodecVideo::TAG_FPS] = MakeConstraint(sheet.frameRates);
     AddRules(sheet);
 }
 
@@ -79,17 +74,16 @@ void DataHelperCodecFFMPEG::AddRules(const CodecSheet& sheet) {
         const auto rule = PairValidationRule::Create(own, isThisCodec, SettingPath(presetKey_, node, tag), constraint);
         rules_.emplace_back(SettingPath(presetKey_, Node::Own, tag), rule);
     };
-    if (stream_ == StreamType::Audio) {
-        add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, sheet.sampleRates);
-        add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, sheet.sampleFormats);
-        add(Node::Resampler, IFormatCodecAudio::TAG_LAYOUT, sheet.layouts);
-    } else if (stream_ == StreamType::Video) {
-        const bool isAny = std::holds_alternative<std::monostate>(sheet.frameRates);
-        add(Node::FrameRate, IFormatCodecVideo::TAG_FPS, isAny ? Allowed(kAnyFrameRate) : sheet.frameRates);
-    }
+    add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, sheet.sampleRates);
+    add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, sheet.sampleFormats);
+    add(Node::Resampler, IFormatCodecAudio::TAG_LAYOUT, sheet.layouts);
+    add(Node::Resizer, IFormatCodecVideo::TAG_WIDTH, sheet.widths);
+    add(Node::Resizer, IFormatCodecVideo::TAG_HEIGHT, sheet.heights);
+    add(Node::Resizer, Proc::IResize::FRAME_SIZE_MODE, sheet.frameSizes);
+    add(Node::FrameRate, IFormatCodecVideo::TAG_FPS, sheet.frameRates);
     for (const CodecRuleRow& row : sheet.rules) {
         const auto rule =
-            PairValidationRule::Create(SettingPath(presetKey_, Node::Own, row.when), MakeConstraint(row.is),
+            PairValidationRule::Create(SettingPath(presetKey_, row.whenNode, row.when), MakeConstraint(row.is),
                                        SettingPath(presetKey_, row.node, row.tag), MakeConstraint(row.allowed));
         rules_.emplace_back(SettingPath(presetKey_, Node::Own, row.tag), rule);
     }
@@ -138,18 +132,20 @@ void DataHelperCodecFFMPEG::ApplyPresetSettings(const Core::Property& preset, Co
     }
 }
 
+void DataHelperCodecFFMPEG::CopyBitrate(const std::string& tag, const Core::Property& preset,
+                                        Core::Property& settings) const {
+    if (!bitrateIsOptional_ || preset.ChildExists(tag)) settings.SetChild(tag, preset[tag]);
+}
+
 void DataHelperCodecFFMPEG::ApplyAudioPreset(const Core::Property& preset, Core::Property& settings) const {
-    const auto copy = [&](const std::string& tag) {
-        if (!bitrateIsOptional_ || preset.ChildExists(tag)) settings.SetChild(tag, preset[tag]);
-    };
     settings.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
     const std::string& mode = preset[IFormatCodec::TAG_BITRATE_MODE].GetString();
     if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
-        copy(IFormatCodec::TAG_BITRATE);
+        CopyBitrate(IFormatCodec::TAG_BITRATE, preset, settings);
     } else if (mode == IFormatCodec::TAG_BITRATE_MODE_VBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
-        copy(IFormatCodec::TAG_QUALITY);
+        CopyBitrate(IFormatCodec::TAG_QUALITY, preset, settings);
     } else if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE_MODE_CBR);
     } else {
@@ -184,7 +180,7 @@ void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core:
     };
     if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
-        settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE]);
+        CopyBitrate(IFormatCodec::TAG_BITRATE, preset, settings);
     } else if (mode == IFormatCodec::TAG_BITRATE_MODE_VBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
         if (!preset.ChildExists(IFormatCodec::TAG_QUALITY)) {

@@ -52,6 +52,8 @@ protected:
 private:
     void ApplyAudioPreset(const Core::Property& preset, Core::Property& settings) const;
     void ApplyVideoPreset(const Core::Property& preset, Core::Property& settings) const;
+    /// Of a bitrate or quality that the encoder's presets must have, or may.
+    void CopyBitrate(const std::string& tag, const Core::Property& preset, Core::Property& settings) const;
     void CompleteVideo(Core::Property& settings) const;
     void AddRules(const CodecSheet& sheet);
 

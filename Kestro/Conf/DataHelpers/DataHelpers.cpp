@@ -27,7 +27,24 @@
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatOgg.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatWav.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatWma.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecAV1.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecDV.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecFlv1.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecH263.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecImageBase.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecMjpeg.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecMpeg1.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecMpeg2.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecMpeg4.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecProres.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecRLE.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecTheora.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecUTVideo.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecVP8.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecVP9.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecWmv2.h"
 #include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecX264.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecX265.h"
 #include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
@@ -82,8 +99,47 @@ const DataHelperTable kAudioCodecs{
     Pcm(IFormatCodecAudio::CODEC_ID_PCM_S32LE),
 };
 
+DataHelperTable::value_type Image(const std::string& codecId) {
+    return {codecId, Make<DataHelperVideoCodecImageBase>(codecId)};
+}
+
+/// Without CODEC_ID_WMV3, which FFmpeg cannot encode.
 const DataHelperTable kVideoCodecs{
     {IFormatCodecVideo::CODEC_ID_H264, Make<DataHelperVideoCodecX264>()},
+    {IFormatCodecVideo::CODEC_ID_MPEG4, Make<DataHelperVideoCodecMpeg4>()},
+    {IFormatCodecVideo::CODEC_ID_MPEG1VIDEO, Make<DataHelperVideoCodecMpeg1>()},
+    {IFormatCodecVideo::CODEC_ID_MPEG2VIDEO, Make<DataHelperVideoCodecMpeg2>()},
+    {IFormatCodecVideo::CODEC_ID_THEORA, Make<DataHelperVideoCodecTheora>()},
+    {IFormatCodecVideo::CODEC_ID_VP8, Make<DataHelperVideoCodecVP8>()},
+    {IFormatCodecVideo::CODEC_ID_H263, Make<DataHelperVideoCodecH263>()},
+    {IFormatCodecVideo::CODEC_ID_PRORES, Make<DataHelperVideoCodecProres>()},
+    {IFormatCodecVideo::CODEC_ID_QTRLE, Make<DataHelperVideoCodecRLE>()},
+    {IFormatCodecVideo::CODEC_ID_WMV2, Make<DataHelperVideoCodecWmv2>()},
+    {IFormatCodecVideo::CODEC_ID_FLV1, Make<DataHelperVideoCodecFlv1>()},
+    {IFormatCodecVideo::CODEC_ID_MJPEG, Make<DataHelperVideoCodecMjpeg>()},
+    Image(IFormatCodecVideo::CODEC_ID_BMP),
+    Image(IFormatCodecVideo::CODEC_ID_GIF),
+    Image(IFormatCodecVideo::CODEC_ID_PNG),
+    Image(IFormatCodecVideo::CODEC_ID_APNG),
+    Image(IFormatCodecVideo::CODEC_ID_TIFF),
+    Image(IFormatCodecVideo::CODEC_ID_DPX),
+    Image(IFormatCodecVideo::CODEC_ID_JPEG2000),
+    Image(IFormatCodecVideo::CODEC_ID_PBM),
+    Image(IFormatCodecVideo::CODEC_ID_PCX),
+    Image(IFormatCodecVideo::CODEC_ID_PGM),
+    Image(IFormatCodecVideo::CODEC_ID_PPM),
+    Image(IFormatCodecVideo::CODEC_ID_TARGA),
+    Image(IFormatCodecVideo::CODEC_ID_XBM),
+    Image(IFormatCodecVideo::CODEC_ID_JPEGLS),
+    Image(IFormatCodecVideo::CODEC_ID_PAM),
+    Image(IFormatCodecVideo::CODEC_ID_PGMYUV),
+    Image(IFormatCodecVideo::CODEC_ID_SGI),
+    Image(IFormatCodecVideo::CODEC_ID_XWD),
+    {IFormatCodecVideo::CODEC_ID_H265, Make<DataHelperVideoCodecX265>()},
+    {IFormatCodecVideo::CODEC_ID_VP9, Make<DataHelperVideoCodecVP9>()},
+    {IFormatCodecVideo::CODEC_ID_DVVIDEO, Make<DataHelperVideoCodecDV>()},
+    {IFormatCodecVideo::CODEC_ID_UTVIDEO, Make<DataHelperVideoCodecUTVideo>()},
+    {IFormatCodecVideo::CODEC_ID_AV1, Make<DataHelperVideoCodecAV1>()},
 };
 
 const DataHelperTable kFormats{

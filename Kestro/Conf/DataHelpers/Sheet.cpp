@@ -8,6 +8,7 @@
 #include "Kestro/Conf/DataHelpers/ConstraintRange.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSampleFormat.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
+#include "Kestro/Conf/DataHelpers/SizeConstraints.h"
 #include "Kestro/Conf/IFormatCodec.h"
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Conf/SampleFmtRecord.h"
@@ -16,6 +17,7 @@
 #include "Kestro/Proc/IFilterResize.h"
 #include "Kestro/Proc/IResample.h"
 #include "Kestro/Proc/IResize.h"
+#include "Kestro/Proc/SettingsFilterFrameRate.h"
 
 namespace Kestro::Conf {
 
@@ -74,6 +76,12 @@ struct ConstraintMaker {
             formats.emplace_back(format, SampleFmtRecord::Find(format)->name);
         return new ConstraintSampleFormat(std::move(formats));
     }
+    ConstraintPtr operator()(const FrameSizes& list) const {
+        SizeConstraints::Sizes sizes;
+        sizes.reserve(list.values.size());
+        for (const FrameSize& size : list.values) sizes.emplace_back(size.width, size.height);
+        return new SizeConstraints(std::move(sizes));
+    }
     ConstraintPtr operator()(EvenSize) const {
         return ConstraintMethod::CreateEven(IPropertyConstraint::DESCRIPTION_ID_EVEN_SIZE);
     }
@@ -84,6 +92,12 @@ struct ConstraintMaker {
 };
 
 }  // namespace
+
+bool IsFrameRate(const Core::Property& value) {
+    if (value.Type() != PropertyTypes::Ratio) return false;
+    return value.GetRatio().numerator() > 0 ||
+           value.GetRatio() == Proc::SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE;
+}
 
 std::string SettingKey(Node node, const std::string& tag) {
     switch (node) {

@@ -40,6 +40,8 @@ inline constexpr FrameRate k30{30, 1, "30"};
 inline constexpr FrameRate k50{50, 1, "50"};
 inline constexpr FrameRate kNtscField{60000, 1001, "59.94"};
 inline constexpr FrameRate k60{60, 1, "60"};
+/// The rates that MPEG-1 and MPEG-2 video have a code for (ISO/IEC 11172-2 and 13818-2, frame_rate_code).
+inline constexpr FrameRate kMpeg[] = {kNtscFilm, kFilm, kPal, kNtsc, k30, k50, kNtscField, k60};
 }  // namespace FrameRates
 
 // What a setting may be.
@@ -76,6 +78,14 @@ struct AnyLayout {};
 struct SampleFormatList {
     std::span<const SampleFormats> values;
 };
+/// Frames of one of these sizes: what the resizer's frame-size mode may give.
+struct FrameSize {
+    int64_t width;   ///< pixels
+    int64_t height;  ///< pixels
+};
+struct FrameSizes {
+    std::span<const FrameSize> values;
+};
 /// An even number of pixels.
 struct EvenSize {};
 /// What a predicate accepts.
@@ -88,9 +98,13 @@ struct Shared {
     const boost::intrusive_ptr<IPropertyConstraint>& (*constraint)();
 };
 
+/// Whether a value is a frame rate above 0, or the mark that keeps the source's.
+bool IsFrameRate(const Core::Property& value);
+inline constexpr Satisfying kAnyFrameRate{IsFrameRate, IPropertyConstraint::DESCRIPTION_ID_FRAME_RATE};
+
 /// std::monostate: anything, there is no constraint.
 using Allowed = std::variant<std::monostate, Range, Integers, Flag, Texts, Rates, Layouts, AnyLayout, SampleFormatList,
-                             EvenSize, Satisfying, Shared>;
+                             FrameSizes, EvenSize, Satisfying, Shared>;
 /// std::monostate: the setting is not among the defaults.
 using Initial = std::variant<std::monostate, bool, int64_t, Text>;
 
@@ -109,6 +123,7 @@ struct SettingRow {
     Node node = Node::Own;
     Initial initial = {};
     Allowed allowed = {};
+    bool isOutside = false;  ///< the default is one that nobody may ask for
 };
 
 /// The path of a setting from the codec's or the format's own node, or from the root where a filter holds it; it is the
@@ -135,6 +150,7 @@ constexpr bool Same(const Text& a, const Text& b) { return &a.get() == &b.get();
 constexpr bool Same(int64_t a, int64_t b) { return a == b; }
 constexpr bool Same(ChannelLayout a, ChannelLayout b) { return a == b; }
 constexpr bool Same(SampleFormats a, SampleFormats b) { return a == b; }
+constexpr bool Same(const FrameSize& a, const FrameSize& b) { return a.width == b.width && a.height == b.height; }
 constexpr bool Same(const FrameRate& a, const FrameRate& b) {
     return a.numerator * b.denominator == b.numerator * a.denominator;
 }
@@ -184,6 +200,7 @@ constexpr bool IsSound(const Initial& initial, const Allowed& allowed) {
     if (const auto* list = std::get_if<Layouts>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<SampleFormatList>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<Rates>(&allowed)) return IsList(list->values);
+    if (const auto* list = std::get_if<FrameSizes>(&allowed)) return IsList(list->values);
     return true;
 }
 
@@ -191,7 +208,7 @@ constexpr bool IsSound(const Initial& initial, const Allowed& allowed) {
 constexpr bool IsSound(std::span<const SettingRow> rows) {
     for (size_t i = 0; i < rows.size(); ++i) {
         const SettingRow& row = rows[i];
-        if (!IsSound(row.initial, row.allowed)) return false;
+        if (!IsSound(row.isOutside ? Initial() : row.initial, row.allowed)) return false;
         if (row.initial.index() == 0 && row.allowed.index() == 0) return false;
         for (const SettingRow& earlier : rows.first(i)) {
             if (Same(earlier.tag, row.tag) && earlier.node == row.node) return false;

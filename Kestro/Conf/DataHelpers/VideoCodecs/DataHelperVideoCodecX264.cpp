@@ -20,6 +20,9 @@ constexpr Text kProfiles[] = {
     IFormatCodecVideo::TAG_X264_PROFILE_HIGH,     IFormatCodecVideo::TAG_X264_PROFILE_HIGH10,
     IFormatCodecVideo::TAG_X264_PROFILE_HIGH422,  IFormatCodecVideo::TAG_X264_PROFILE_HIGH444,
 };
+// Pixels whose colour is shared in pairs, and of which lines: 4:2:0 and 4:2:2.
+constexpr std::span<const Text> kProfiles420 = std::span(kProfiles).first(4);
+constexpr std::span<const Text> kProfilesOfPairs = std::span(kProfiles).first(5);
 constexpr Text kTunes[] = {
     IFormatCodecVideo::TAG_X264_TUNE_FILM,       IFormatCodecVideo::TAG_X264_TUNE_ANIMATION,
     IFormatCodecVideo::TAG_X264_TUNE_GRAIN,      IFormatCodecVideo::TAG_X264_TUNE_STILLIMAGE,
@@ -50,10 +53,24 @@ constexpr SettingRow kSettings[] = {
      .allowed = Texts{kTunes}},
     kVideoQuality,
 };
+constexpr CodecRuleRow EvenSide(std::span<const Text> profiles, Text side) {
+    return {.when = IFormatCodec::TAG_PROFILE,
+            .whenNode = Node::Options,
+            .is = Texts{profiles},
+            .tag = side,
+            .node = Node::Resizer,
+            .allowed = EvenSize()};
+}
+constexpr CodecRuleRow kRules[] = {
+    EvenSide(kProfilesOfPairs, IFormatCodecVideo::TAG_WIDTH),
+    EvenSide(kProfiles420, IFormatCodecVideo::TAG_HEIGHT),
+};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_H264,
     .stream = StreamType::Video,
     .settings = kSettings,
+    .frameRates = kAnyFrameRate,
+    .rules = kRules,
 };
 static_assert(IsSound(kSheet));
 

@@ -1,0 +1,27 @@
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecAV1.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr SettingRow kSettings[] = {
+    kCbrOrVbrMode,
+    kVideoBitrate,
+    kVideoQuality,
+    kGlobalHeader,
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecVideo::CODEC_ID_AV1,
+    .stream = StreamType::Video,
+    .settings = kSettings,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperVideoCodecAV1::DataHelperVideoCodecAV1() : DataHelperCodecFFMPEG(kSheet) {}
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG.h"
+
+namespace Kestro::Conf {
+
+/// AV1 (AV1 Bitstream & Decoding Process Specification).
+class DataHelperVideoCodecAV1 final : public DataHelperCodecFFMPEG {
+public:
+    DataHelperVideoCodecAV1();
+};
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG.h"
+
+namespace Kestro::Conf {
+
+/// DV and its relatives (IEC 61834, SMPTE 314M and 370M): every frame is as large as its profile has it.
+class DataHelperVideoCodecDV final : public DataHelperCodecFFMPEG {
+public:
+    DataHelperVideoCodecDV();
+};
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,27 @@
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecFlv1.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr SettingRow kSettings[] = {
+    kCbrOrVbrMode,
+    kVideoBitrate,
+    kOptionalVideoQuality,
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecVideo::CODEC_ID_FLV1,
+    .stream = StreamType::Video,
+    .settings = kSettings,
+    .frameRates = kAnyFrameRate,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperVideoCodecFlv1::DataHelperVideoCodecFlv1() : DataHelperCodecFFMPEG(kSheet) {}
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,32 @@
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecMpeg2.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr SettingRow kSettings[] = {
+    kCbrOrVbrMode,
+    kVideoBitrate,
+    {.tag = IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL, .initial = 15},
+    {.tag = IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, .initial = 2},
+    kVideoQuality,
+    kGlobalHeader,
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecVideo::CODEC_ID_MPEG2VIDEO,
+    .stream = StreamType::Video,
+    .settings = kSettings,
+    .widths = kMpegWidths,
+    .heights = kMpegHeights,
+    .frameRates = Rates{FrameRates::kMpeg},
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperVideoCodecMpeg2::DataHelperVideoCodecMpeg2() : DataHelperCodecFFMPEG(kSheet) {}
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,27 @@
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecProres.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr SettingRow kSettings[] = {
+    kCbrOrVbrMode,
+    kVideoBitrate,
+    kOptionalVideoQuality,
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecVideo::CODEC_ID_PRORES,
+    .stream = StreamType::Video,
+    .settings = kSettings,
+    .frameRates = kAnyFrameRate,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperVideoCodecProres::DataHelperVideoCodecProres() : DataHelperCodecFFMPEG(kSheet) {}
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,27 @@
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecRLE.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr SettingRow kSettings[] = {
+    kCbrOrVbrMode,
+    kVideoBitrate,
+    kOptionalVideoQuality,
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecVideo::CODEC_ID_QTRLE,
+    .stream = StreamType::Video,
+    .settings = kSettings,
+    .frameRates = kAnyFrameRate,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperVideoCodecRLE::DataHelperVideoCodecRLE() : DataHelperCodecFFMPEG(kSheet) {}
+
+}  // namespace Kestro::Conf

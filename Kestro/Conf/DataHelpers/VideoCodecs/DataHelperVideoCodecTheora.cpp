@@ -1,0 +1,27 @@
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecTheora.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr SettingRow kSettings[] = {
+    kCbrOrVbrMode,
+    kVideoBitrate,
+    {.tag = IFormatCodec::TAG_QUALITY, .initial = 1, .allowed = Shared{QualityRange}},
+    kGlobalHeader,
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecVideo::CODEC_ID_THEORA,
+    .stream = StreamType::Video,
+    .settings = kSettings,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperVideoCodecTheora::DataHelperVideoCodecTheora() : DataHelperCodecFFMPEG(kSheet) {}
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,26 @@
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecVP8.h"
+
+#include "Kestro/Conf/DataHelpers/CodecFacts.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr SettingRow kSettings[] = {
+    kCbrOrVbrMode,
+    kVideoBitrate,
+    kOptionalVideoQuality,
+};
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecVideo::CODEC_ID_VP8,
+    .stream = StreamType::Video,
+    .settings = kSettings,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperVideoCodecVP8::DataHelperVideoCodecVP8() : DataHelperCodecFFMPEG(kSheet) {}
+
+}  // namespace Kestro::Conf

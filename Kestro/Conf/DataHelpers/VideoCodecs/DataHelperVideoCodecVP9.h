@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG.h"
+
+namespace Kestro::Conf {
+
+/// VP9 (VP9 Bitstream & Decoding Process Specification).
+class DataHelperVideoCodecVP9 final : public DataHelperCodecFFMPEG {
+public:
+    DataHelperVideoCodecVP9();
+};
+
+}  // namespace Kestro::Conf
