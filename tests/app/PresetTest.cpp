@@ -88,7 +88,7 @@ TEST_F(PresetFiles, AreReadWholeOrRefused) {
         {R"({})", {"names no container", "--set Format/Container="}},
         {R"({"Format":"mp4"})", {"Format must be a node", "\"mp4\""}},
         {R"({"Format":{"Container":7}})", {"Format/Container must be a text, not 7"}},
-        {R"({"Format":{"Container":"mp5"}})", {"\"mp5\"", "Did you mean \"mp4\"?"}},
+        {R"({"Format":{"Container":"mp44"}})", {"\"mp44\"", "Did you mean \"mp4\"?"}},
         {R"({"Format":{"Containr":"mp4"}})", {"Format/Containr", "Did you mean \"Container\"?"}},
         {R"({"Format":{"Container":"mp4"},"Stream":{}})", {"\"Stream\"", "Did you mean \"Streams\"?"}},
         {R"({"Format":{"Container":"mp4","Limits":{"MaxVidio":1}}})", {"Format/Limits/MaxVidio", "\"MaxVideo\""}},

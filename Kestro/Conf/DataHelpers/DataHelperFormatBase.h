@@ -46,7 +46,7 @@ public:
     std::string DefaultSubtitleTextCodec() const;
 
 protected:
-    /// The sheet outlives the helper.
+    /// The sheet is read here and then no more.
     explicit DataHelperFormatBase(const FormatSheet& sheet);
     /// For a sheet that several container names share.
     DataHelperFormatBase(const FormatSheet& sheet, const std::string& container);

@@ -19,14 +19,36 @@
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioVolume.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperVideoResample.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperVideoResize.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormat3gp.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatAAC.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatAC3.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatAu.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatAvi.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatDVD.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatFlac.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatFlv.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatGif.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatImage.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatM4a.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMka.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMkv.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMov.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMp3.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMp4.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMpeg1.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMpeg2TS.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMpegTS.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMxf.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatOgg.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatOgv.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatSrt.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatSubtitleText.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatSwf.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatVOB.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatWav.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatWebm.h"
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatWma.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatWmv.h"
 #include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecAV1.h"
 #include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecDV.h"
 #include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecFlv1.h"
@@ -47,6 +69,7 @@
 #include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecX265.h"
 #include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecSubtitle.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
@@ -142,18 +165,75 @@ const DataHelperTable kVideoCodecs{
     {IFormatCodecVideo::CODEC_ID_AV1, Make<DataHelperVideoCodecAV1>()},
 };
 
+DataHelperTable::value_type ImageFile(const std::string& container, const std::string& codecId) {
+    return {container, Make<DataHelperFormatImage>(container, codecId)};
+}
+
+DataHelperTable::value_type SubtitleFile(const std::string& container, const std::string& codecId) {
+    return {container, Make<DataHelperFormatSubtitleText>(container, codecId)};
+}
+
 const DataHelperTable kFormats{
     {IFormatFile::FORMAT_MP4, Make<DataHelperFormatMp4>(IFormatFile::FORMAT_MP4, true)},
     {IFormatFile::FORMAT_M4V, Make<DataHelperFormatMp4>(IFormatFile::FORMAT_M4V, false)},
     {IFormatFile::FORMAT_IPOD, Make<DataHelperFormatMp4>(IFormatFile::FORMAT_IPOD, false)},
+    {IFormatFile::FORMAT_M4A, Make<DataHelperFormatM4a>(IFormatFile::FORMAT_M4A)},
+    {IFormatFile::FORMAT_M4B, Make<DataHelperFormatM4a>(IFormatFile::FORMAT_M4B)},
+    {IFormatFile::FORMAT_M4R, Make<DataHelperFormatM4a>(IFormatFile::FORMAT_M4R)},
+    {IFormatFile::FORMAT_F4A, Make<DataHelperFormatM4a>(IFormatFile::FORMAT_F4A)},
+    {IFormatFile::FORMAT_MOV, Make<DataHelperFormatMov>()},
     {IFormatFile::FORMAT_MATROSKA, Make<DataHelperFormatMkv>()},
     {IFormatFile::FORMAT_MKA, Make<DataHelperFormatMka>()},
+    {IFormatFile::FORMAT_MPEG, Make<DataHelperFormatMpeg1>(IFormatFile::FORMAT_MPEG)},
+    {IFormatFile::FORMAT_MPEG1VIDEO, Make<DataHelperFormatMpeg1>(IFormatFile::FORMAT_MPEG1VIDEO)},
+    {IFormatFile::FORMAT_MXF, Make<DataHelperFormatMxf>()},
+    {IFormatFile::FORMAT_VOB, Make<DataHelperFormatVOB>(IFormatFile::FORMAT_VOB)},
+    {IFormatFile::FORMAT_MPEG2VIDEO, Make<DataHelperFormatVOB>(IFormatFile::FORMAT_MPEG2VIDEO)},
+    {IFormatFile::FORMAT_AVI, Make<DataHelperFormatAvi>()},
+    {IFormatFile::FORMAT_DVD, Make<DataHelperFormatDVD>(IFormatFile::FORMAT_DVD)},
+    {IFormatFile::FORMAT_VCD, Make<DataHelperFormatDVD>(IFormatFile::FORMAT_VCD)},
+    {IFormatFile::FORMAT_SVCD, Make<DataHelperFormatDVD>(IFormatFile::FORMAT_SVCD)},
+    {IFormatFile::FORMAT_FLV, Make<DataHelperFormatFlv>()},
+    {IFormatFile::FORMAT_3GP, Make<DataHelperFormat3gp>(IFormatFile::FORMAT_3GP)},
+    {IFormatFile::FORMAT_3G2, Make<DataHelperFormat3gp>(IFormatFile::FORMAT_3G2)},
+    {IFormatFile::FORMAT_MP3, Make<DataHelperFormatMp3>()},
+    {IFormatFile::FORMAT_AAC, Make<DataHelperFormatAAC>()},
+    {IFormatFile::FORMAT_AC3, Make<DataHelperFormatAC3>()},
+    {IFormatFile::FORMAT_AU, Make<DataHelperFormatAu>()},
     {IFormatFile::FORMAT_OGG, Make<DataHelperFormatOgg>()},
     {IFormatFile::FORMAT_FLAC, Make<DataHelperFormatFlac>()},
     {IFormatFile::FORMAT_WAV, Make<DataHelperFormatWav>(IFormatFile::FORMAT_WAV)},
     {IFormatFile::FORMAT_AIFF, Make<DataHelperFormatWav>(IFormatFile::FORMAT_AIFF)},
     {IFormatFile::FORMAT_MPEGTS, Make<DataHelperFormatMpegTS>()},
+    {IFormatFile::FORMAT_MPEG2TS, Make<DataHelperFormatMpeg2TS>()},
+    {IFormatFile::FORMAT_WEBM, Make<DataHelperFormatWebm>()},
     {IFormatFile::FORMAT_WMA, Make<DataHelperFormatWma>()},
+    {IFormatFile::FORMAT_WMV, Make<DataHelperFormatWmv>(IFormatFile::FORMAT_WMV)},
+    {IFormatFile::FORMAT_ASF, Make<DataHelperFormatWmv>(IFormatFile::FORMAT_ASF)},
+    {IFormatFile::FORMAT_SWF, Make<DataHelperFormatSwf>()},
+    {IFormatFile::FORMAT_OGV, Make<DataHelperFormatOgv>()},
+    ImageFile(IFormatFile::FORMAT_IMAGE2, IFormatCodecVideo::CODEC_ID_MJPEG),
+    ImageFile(IFormatFile::FORMAT_BMP, IFormatCodecVideo::CODEC_ID_BMP),
+    ImageFile(IFormatFile::FORMAT_PNG, IFormatCodecVideo::CODEC_ID_PNG),
+    ImageFile(IFormatFile::FORMAT_APNG, IFormatCodecVideo::CODEC_ID_APNG),
+    ImageFile(IFormatFile::FORMAT_TIFF, IFormatCodecVideo::CODEC_ID_TIFF),
+    ImageFile(IFormatFile::FORMAT_DPX, IFormatCodecVideo::CODEC_ID_DPX),
+    ImageFile(IFormatFile::FORMAT_JPEG2000, IFormatCodecVideo::CODEC_ID_JPEG2000),
+    ImageFile(IFormatFile::FORMAT_PBM, IFormatCodecVideo::CODEC_ID_PBM),
+    ImageFile(IFormatFile::FORMAT_PCX, IFormatCodecVideo::CODEC_ID_PCX),
+    ImageFile(IFormatFile::FORMAT_PGM, IFormatCodecVideo::CODEC_ID_PGM),
+    ImageFile(IFormatFile::FORMAT_PPM, IFormatCodecVideo::CODEC_ID_PPM),
+    ImageFile(IFormatFile::FORMAT_TARGA, IFormatCodecVideo::CODEC_ID_TARGA),
+    ImageFile(IFormatFile::FORMAT_XBM, IFormatCodecVideo::CODEC_ID_XBM),
+    ImageFile(IFormatFile::FORMAT_JPEGLS, IFormatCodecVideo::CODEC_ID_JPEGLS),
+    ImageFile(IFormatFile::FORMAT_PAM, IFormatCodecVideo::CODEC_ID_PAM),
+    ImageFile(IFormatFile::FORMAT_PGMYUV, IFormatCodecVideo::CODEC_ID_PGMYUV),
+    ImageFile(IFormatFile::FORMAT_SGI, IFormatCodecVideo::CODEC_ID_SGI),
+    ImageFile(IFormatFile::FORMAT_XWD, IFormatCodecVideo::CODEC_ID_XWD),
+    {IFormatFile::FORMAT_GIF, Make<DataHelperFormatGif>()},
+    SubtitleFile(IFormatFile::FORMAT_SSA, IFormatCodecSubtitle::CODEC_ID_SSA),
+    SubtitleFile(IFormatFile::FORMAT_ASS, IFormatCodecSubtitle::CODEC_ID_ASS),
+    {IFormatFile::FORMAT_SRT, Make<DataHelperFormatSrt>()},
 };
 
 /// By class id.

@@ -10,6 +10,7 @@
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
 #include "Kestro/Conf/DataHelpers/SizeConstraints.h"
 #include "Kestro/Conf/IFormatCodec.h"
+#include "Kestro/Conf/IPreset.h"
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Conf/SampleFmtRecord.h"
 #include "Kestro/Proc/IFilterFrameRate.h"
@@ -38,6 +39,12 @@ struct ConstraintMaker {
         ConstraintSet::Named<int64_t> values;
         values.reserve(list.values.size());
         for (const int64_t value : list.values) values.emplace_back(std::to_string(value), value);
+        return ConstraintSet::Create(values);
+    }
+    ConstraintPtr operator()(const NamedIntegers& list) const {
+        ConstraintSet::Named<int64_t> values;
+        values.reserve(list.values.size());
+        for (const NamedInteger& entry : list.values) values.emplace_back(entry.name, entry.value);
         return ConstraintSet::Create(values);
     }
     ConstraintPtr operator()(Flag flag) const {
@@ -111,6 +118,8 @@ std::string SettingKey(Node node, const std::string& tag) {
             return Join(Proc::IFilterFrameRate::CLASS_ID, tag);
         case Node::Resizer:
             return Join(Join(Proc::IFilterResize::CLASS_ID, Proc::IResize::CLASS_ID), tag);
+        case Node::FirstVideo:
+            return Join(Join(Join(IPreset::KEY_STREAMS, "0"), IPreset::KEY_FILTER_VIDEO_CODEC), tag);
     }
     return tag;
 }

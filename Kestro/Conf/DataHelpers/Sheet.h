@@ -32,6 +32,11 @@ struct FrameRate {
 /// (SMPTE ST 170, ITU-R BT.709): the NTSC ones are 1000/1001 of a whole number.
 namespace FrameRates {
 inline constexpr FrameRate kSource{0, 1, "Auto"};
+inline constexpr FrameRate k8{8, 1, "8"};
+inline constexpr FrameRate k10{10, 1, "10"};
+inline constexpr FrameRate k12{12, 1, "12"};
+inline constexpr FrameRate k15{15, 1, "15"};
+inline constexpr FrameRate k20{20, 1, "20"};
 inline constexpr FrameRate kNtscFilm{24000, 1001, "23.97"};
 inline constexpr FrameRate kFilm{24, 1, "24"};
 inline constexpr FrameRate kPal{25, 1, "25"};
@@ -55,6 +60,14 @@ struct Range {
 /// One of these integers, shown by their digits.
 struct Integers {
     std::span<const int64_t> values;
+};
+/// One of these integers, each shown by its name.
+struct NamedInteger {
+    Text name;
+    int64_t value;
+};
+struct NamedIntegers {
+    std::span<const NamedInteger> values;
 };
 /// This flag.
 struct Flag {
@@ -103,18 +116,19 @@ bool IsFrameRate(const Core::Property& value);
 inline constexpr Satisfying kAnyFrameRate{IsFrameRate, IPropertyConstraint::DESCRIPTION_ID_FRAME_RATE};
 
 /// std::monostate: anything, there is no constraint.
-using Allowed = std::variant<std::monostate, Range, Integers, Flag, Texts, Rates, Layouts, AnyLayout, SampleFormatList,
-                             FrameSizes, EvenSize, Satisfying, Shared>;
+using Allowed = std::variant<std::monostate, Range, Integers, NamedIntegers, Flag, Texts, Rates, Layouts, AnyLayout,
+                             SampleFormatList, FrameSizes, EvenSize, Satisfying, Shared>;
 /// std::monostate: the setting is not among the defaults.
 using Initial = std::variant<std::monostate, bool, int64_t, Text>;
 
 /// The node that holds a setting.
 enum class Node : uint8_t {
-    Own,        ///< the codec's or the format's own node
-    Options,    ///< the encoder's options below its codec node
-    Resampler,  ///< the settings of the audio resampler's implementation
-    FrameRate,  ///< the frame-rate filter
-    Resizer,    ///< the settings of the video resizer's implementation
+    Own,         ///< the codec's or the format's own node
+    Options,     ///< the encoder's options below its codec node
+    Resampler,   ///< the settings of the audio resampler's implementation
+    FrameRate,   ///< the frame-rate filter
+    Resizer,     ///< the settings of the video resizer's implementation
+    FirstVideo,  ///< the codec of the preset's first stream, a video stream
 };
 
 /// One setting: where it stands, what it is by default and what it may be.
@@ -150,6 +164,7 @@ constexpr bool Same(const Text& a, const Text& b) { return &a.get() == &b.get();
 constexpr bool Same(int64_t a, int64_t b) { return a == b; }
 constexpr bool Same(ChannelLayout a, ChannelLayout b) { return a == b; }
 constexpr bool Same(SampleFormats a, SampleFormats b) { return a == b; }
+constexpr bool Same(const NamedInteger& a, const NamedInteger& b) { return a.value == b.value || Same(a.name, b.name); }
 constexpr bool Same(const FrameSize& a, const FrameSize& b) { return a.width == b.width && a.height == b.height; }
 constexpr bool Same(const FrameRate& a, const FrameRate& b) {
     return a.numerator * b.denominator == b.numerator * a.denominator;
@@ -196,6 +211,7 @@ constexpr bool IsIn(const Range& range, const Initial& initial) {
 constexpr bool IsSound(const Initial& initial, const Allowed& allowed) {
     if (const auto* range = std::get_if<Range>(&allowed)) return IsIn(*range, initial);
     if (const auto* list = std::get_if<Integers>(&allowed)) return IsOffered(list->values, initial);
+    if (const auto* list = std::get_if<NamedIntegers>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<Texts>(&allowed)) return IsOffered(list->values, initial);
     if (const auto* list = std::get_if<Layouts>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<SampleFormatList>(&allowed)) return IsList(list->values);

@@ -4,7 +4,7 @@
 
 namespace Kestro::Conf {
 
-/// MPEG-2 transport stream (ISO/IEC 13818-1).
+/// MPEG-2 transport stream (ISO/IEC 13818-1), MPEG sound by default.
 class DataHelperFormatMpegTS final : public DataHelperFormatBase {
 public:
     DataHelperFormatMpegTS();

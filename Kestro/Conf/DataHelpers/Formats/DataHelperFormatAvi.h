@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
+
+namespace Kestro::Conf {
+
+/// AVI (RIFF).
+class DataHelperFormatAvi final : public DataHelperFormatBase {
+public:
+    DataHelperFormatAvi();
+};
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
+
+namespace Kestro::Conf {
+
+/// MPEG-4 sound with a cover picture.
+class DataHelperFormatM4a final : public DataHelperFormatBase {
+public:
+    explicit DataHelperFormatM4a(const std::string& container);
+};
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,32 @@
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMpeg2TS.h"
+
+#include "Kestro/Conf/DataHelpers/FormatFacts.h"
+#include "Kestro/Conf/IFormatCodecSubtitle.h"
+
+namespace Kestro::Conf {
+
+namespace {
+
+constexpr SettingRow kSettings[] = {
+    kNoGlobalHeader,
+};
+constexpr StreamRow kStreams[] = {
+    {.type = StreamType::Video, .codecs = kTransportVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_MPEG2VIDEO},
+    {.type = StreamType::Audio, .codecs = kTransportAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
+    {.type = StreamType::Subtitle,
+     .codecs = kTransportSubtitles,
+     .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE},
+};
+constexpr FormatSheet kSheet{
+    .container = IFormatFile::FORMAT_MPEG2TS,
+    .settings = kSettings,
+    .limits = kOneVideoAndMany,
+    .streams = kStreams,
+};
+static_assert(IsSound(kSheet));
+
+}  // namespace
+
+DataHelperFormatMpeg2TS::DataHelperFormatMpeg2TS() : DataHelperFormatBase(kSheet) {}
+
+}  // namespace Kestro::Conf

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
+
+namespace Kestro::Conf {
+
+/// Ogg (RFC 3533) of video.
+class DataHelperFormatOgv final : public DataHelperFormatBase {
+public:
+    DataHelperFormatOgv();
+};
+
+}  // namespace Kestro::Conf
