@@ -63,27 +63,40 @@ std::string Known(int64_t value) { return value > 0 ? std::to_string(value) : st
 
 /// Reads what was written: a conversion that left something else than a file with these streams has failed.
 void Verify(const Plan& plan, const std::string& path, Conversion& conversion) {
+    const bool isPicture = IsImageMuxer(MuxerName(plan.FormatSettings()));
     try {
-        conversion.written = Probe(path);
+        conversion.written = Probe(path, isPicture ? plan.streams.front().codecId : std::string());
     } catch (const Failure&) {
         throw Failure(ExitStatus::ConversionFailed, "The conversion failed: what ffmpeg wrote cannot be read.");
     }
-    const std::vector<MediaStream>& written = conversion.written.streams;
+    std::vector<MediaStream>& written = conversion.written.streams;
+    // What a muxer adds of its own, such as the navigation data of a DVD.
+    std::erase_if(written, [](const MediaStream& stream) { return !stream.type; });
     if (written.size() != plan.streams.size()) {
         throw Failure(ExitStatus::ConversionFailed, "The conversion failed: ffmpeg wrote " +
                                                         std::to_string(written.size()) + " streams instead of " +
                                                         std::to_string(plan.streams.size()) + ".");
     }
-    for (std::size_t i = 0; i < written.size(); ++i) {
+    // Some muxers write the sound first.
+    std::vector<bool> taken(written.size(), false);
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
         const Property& codec = plan.CodecSettings(i);
-        const MediaStream& stream = written[i];
+        std::size_t found = 0;
+        while (found < written.size() && (taken[found] || written[found].type != plan.streams[i].kind->type)) ++found;
+        if (found == written.size()) {
+            throw Failure(ExitStatus::ConversionFailed, std::string("The conversion failed: ffmpeg wrote no ") +
+                                                            plan.streams[i].kind->typeId + " stream for " +
+                                                            plan.streams[i].path + ".");
+        }
+        taken[found] = true;
+        const MediaStream& stream = written[found];
         const std::string name = "Stream " + std::to_string(i) + ": ";
         Compare(name + "the codec", plan.streams[i].codecId, stream.codec, conversion);
         if (plan.streams[i].kind->type == StreamType::Video) {
             Compare(name + "the width", Planned(codec, IFormatCodecVideo::TAG_WIDTH), Known(stream.width), conversion);
             Compare(name + "the height", Planned(codec, IFormatCodecVideo::TAG_HEIGHT), Known(stream.height),
                     conversion);
-            const bool hasRate = stream.fps > boost::rational<int64_t>(0) && !stream.isCover;
+            const bool hasRate = stream.fps > boost::rational<int64_t>(0) && !stream.isCover && !isPicture;
             const std::string fps = PropertyValueToString(Property({}, stream.fps));
             Compare(name + "the frame rate", Planned(codec, IFormatCodecVideo::TAG_FPS), hasRate ? fps : "",
                     conversion);

@@ -18,6 +18,7 @@ extern "C" {
 #include "Kestro/Proc/IResize.h"
 
 #include "Muxer.h"
+#include "Quality.h"
 #include "Tree.h"
 
 namespace App {
@@ -170,14 +171,21 @@ struct ProfileFormat {
     const char* pixelFormat;
 };
 
-/// The pixels that an encoder's profile stores; nothing where FFmpeg's own choice fits.
-std::string PixelFormat(const std::string& codecId, const std::string& profile) {
+/// The pixels that an encoder's profile stores, or that players of a codec show; nothing where the encoder's nearest to
+/// the source's will do. height: lines of the frame.
+std::string PixelFormat(const std::string& codecId, const std::string& profile, int64_t height) {
     static const ProfileFormat kFormats[] = {
         {IFormatCodecVideo::TAG_X264_PROFILE_HIGH10, "yuv420p10le"},
         {IFormatCodecVideo::TAG_X264_PROFILE_HIGH422, "yuv422p"},
         {IFormatCodecVideo::TAG_X264_PROFILE_HIGH444, "yuv444p"},
     };
-    if (codecId != IFormatCodecVideo::CODEC_ID_H264 && codecId != IFormatCodecVideo::CODEC_ID_H265) return {};
+    static const std::string* const kAlways420[] = {
+        &IFormatCodecVideo::CODEC_ID_H264, &IFormatCodecVideo::CODEC_ID_H265, &IFormatCodecVideo::CODEC_ID_VP9,
+        &IFormatCodecVideo::CODEC_ID_MPEG2VIDEO, &IFormatCodecVideo::CODEC_ID_THEORA};
+    if (codecId == IFormatCodecVideo::CODEC_ID_DVVIDEO) {  // each system has its own (IEC 61834, SMPTE 370M)
+        return height == 480 ? "yuv411p" : height == 576 ? "yuv420p" : "yuv422p";
+    }
+    if (std::ranges::none_of(kAlways420, [&](const std::string* id) { return *id == codecId; })) return {};
     const auto row =
         std::ranges::find_if(kFormats, [&](const ProfileFormat& format) { return format.profile == profile; });
     return row != std::end(kFormats) ? row->pixelFormat : "yuv420p";
@@ -186,23 +194,6 @@ std::string PixelFormat(const std::string& codecId, const std::string& profile) 
 /// The encoder's own word for a profile.
 std::string EncoderProfile(const std::string& profile) {
     return profile == IFormatCodecVideo::TAG_X265_PROFILE_MAIN ? "main" : profile;
-}
-
-struct QualityScale {
-    const char* encoder;
-    double worst;
-    double best;
-};
-
-/// FFmpeg's quality for 1..MAX_QUALITY, where the encoder has a variable bitrate by quality.
-std::optional<double> AudioQuality(const std::string& encoder, int64_t quality) {
-    // The scales of the two libraries: LAME's V9 to V0, Vorbis' -1 to 10.
-    static constexpr QualityScale kScales[] = {{"libmp3lame", 9.0, 0.0}, {"libvorbis", -1.0, 10.0}};
-    const auto scale = std::ranges::find_if(kScales, [&](const QualityScale& row) { return encoder == row.encoder; });
-    if (scale == std::end(kScales)) return std::nullopt;
-    const double part = static_cast<double>(std::clamp<int64_t>(quality, 1, IFormatCodec::MAX_QUALITY) - 1) /
-                        static_cast<double>(IFormatCodec::MAX_QUALITY - 1);
-    return scale->worst + part * (scale->best - scale->worst);
 }
 
 /// Options of one output stream: each is told to which stream it belongs.
@@ -224,20 +215,28 @@ private:
     std::string suffix_;
 };
 
+bool IsTwoPass(const Property& codec) {
+    return TextAt(codec, IFormatCodec::TAG_MULTIPASS_ENCODING) == IFormatCodec::TAG_TWO_PASS_MODE;
+}
+
+/// SVT-AV1 has a mean bitrate alone, and refuses a highest one beside it.
+bool HasRateBuffer(const std::string& encoder) { return encoder != "libsvtav1"; }
+
 void AddBitrate(const PlannedStream& stream, const Property& codec, StreamOptions& options) {
-    const std::string mode = TextAt(codec, IFormatCodec::TAG_BITRATE_MODE);
-    const bool isVariable = mode == IFormatCodec::TAG_BITRATE_MODE_VBR;
+    const bool isVariable = TextAt(codec, IFormatCodec::TAG_BITRATE_MODE) == IFormatCodec::TAG_BITRATE_MODE_VBR;
     const auto quality = Integer(codec, IFormatCodec::TAG_QUALITY);
-    if (stream.kind->type == StreamType::Audio && isVariable && quality) {
-        if (const auto scaled = AudioQuality(stream.encoder, *quality)) {
-            options.Add("q", Decimal(*scaled));
-            return;
-        }
+    // The preset's own bitrate, and the one that two passes share out, are asked for as such.
+    const bool isByBitrate = IsTwoPass(codec) || Flag(codec, Below(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE,
+                                                                   IFormatCodecVideo::TAG_APPROVED_VBR_MODE_ONLY));
+    if (isVariable && quality && !isByBitrate) {
+        const auto given = QualityOptions(stream.encoder, *quality);
+        for (const auto& [option, value] : given) options.Add(option, value);
+        if (!given.empty()) return;
     }
     const auto bitrate = Integer(codec, IFormatCodec::TAG_BITRATE);
     if (!bitrate || *bitrate <= 0) return;
     options.Add("b", Number(*bitrate));
-    if (stream.kind->type != StreamType::Video || isVariable) return;
+    if (stream.kind->type != StreamType::Video || isVariable || !HasRateBuffer(stream.encoder)) return;
     // Constant: no second holds more, with two seconds' bits to balance.
     options.Add("maxrate", Number(*bitrate));
     options.Add("bufsize", Number(2 * std::min(*bitrate, IFormatCodecVideo::MAX_VIDEO_BITRATE)));
@@ -245,17 +244,20 @@ void AddBitrate(const PlannedStream& stream, const Property& codec, StreamOption
 
 /// Empty when none is asked for.
 std::string Profile(const Property& codec) {
-    return TextAt(codec, IFormatCodec::TAG_CODEC_OPTIONS_ENCODE + Property::SEPARATOR + IFormatCodec::TAG_PROFILE);
+    return TextAt(codec, Below(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE, IFormatCodec::TAG_PROFILE));
 }
 
 void AddEncoderOptions(const PlannedStream& stream, const Property& codec, StreamOptions& options) {
-    const std::string prefix = IFormatCodec::TAG_CODEC_OPTIONS_ENCODE + Property::SEPARATOR;
+    const auto option = [&](const std::string& tag) {
+        return TextAt(codec, Below(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE, tag));
+    };
     const std::string profile = Profile(codec);
-    options.AddIfGiven("preset", TextAt(codec, prefix + IFormatCodec::TAG_PRESET));
-    options.AddIfGiven("tune", TextAt(codec, prefix + IFormatCodecVideo::TAG_X264_TUNE));
+    options.AddIfGiven("preset", option(IFormatCodec::TAG_PRESET));
+    options.AddIfGiven("tune", option(IFormatCodecVideo::TAG_X264_TUNE));
     options.AddIfGiven("profile", EncoderProfile(profile));
     if (stream.kind->type != StreamType::Video) return;
-    options.AddIfGiven("pix_fmt", PixelFormat(stream.codecId, profile));
+    options.AddIfGiven("pix_fmt",
+                       PixelFormat(stream.codecId, profile, codec[IFormatCodecVideo::TAG_HEIGHT].GetInt64()));
     if (const auto frames = Integer(codec, IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL); frames && *frames >= 0) {
         options.Add("g", Number(*frames));
     }
@@ -269,10 +271,6 @@ void AddEncoderOptions(const PlannedStream& stream, const Property& codec, Strea
         options.Add("threads", Number(*threads));
     }
     if (Flag(codec, IFormatCodecVideo::TAG_COVER_FLAG)) options.Add("disposition", "attached_pic");
-}
-
-bool IsTwoPass(const Property& codec) {
-    return TextAt(codec, IFormatCodec::TAG_MULTIPASS_ENCODING) == IFormatCodec::TAG_TWO_PASS_MODE;
 }
 
 /// The characters that part the parameters of x265 lose their meaning.

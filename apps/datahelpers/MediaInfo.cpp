@@ -19,6 +19,7 @@ extern "C" {
 #include <memory>
 
 #include "Kestro/Conf/LayoutRecord.h"
+#include "Kestro/FFWrapper/CodecIDFromTextID.h"
 
 #include "Failure.h"
 #include "Text.h"
@@ -107,7 +108,7 @@ std::string FileUrl(const std::string& path) { return "file:" + path; }
 
 bool ReadsPatterns(const std::string& demuxer) { return demuxer == "image2"; }
 
-MediaInfo Probe(const std::string& path) {
+MediaInfo Probe(const std::string& path, const std::string& picture) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) ThrowUnreadable(path, std::strerror(errno));
     if (S_ISDIR(status.st_mode)) ThrowUnreadable(path, "it is a directory");
@@ -118,8 +119,13 @@ MediaInfo Probe(const std::string& path) {
     av_log_set_level(AV_LOG_QUIET);  // What matters comes back as an error.
     AVDictionary* options = nullptr;
     av_dict_set(&options, "pattern_type", "none", 0);
-    AVFormatContext* opened = nullptr;
-    const int error = avformat_open_input(&opened, FileUrl(path).c_str(), nullptr, &options);
+    AVFormatContext* opened = avformat_alloc_context();
+    const AVInputFormat* demuxer = nullptr;
+    if (opened != nullptr && !picture.empty()) {
+        opened->video_codec_id = Kestro::FFWrapper::CodecIDFromTextID(picture);
+        demuxer = av_find_input_format("image2");
+    }
+    const int error = avformat_open_input(&opened, FileUrl(path).c_str(), demuxer, &options);
     av_dict_free(&options);
     if (error < 0) {
         ThrowUnreadable(path,

@@ -42,6 +42,7 @@ std::string FileUrl(const std::string& path);
 bool ReadsPatterns(const std::string& demuxer);
 
 /// Reads the file's headers. Throws Failure (WrongUsage) for what is no readable media file.
-MediaInfo Probe(const std::string& path);
+/// picture: the codec id of the one picture that the file is; some codecs show in nothing but a file's name.
+MediaInfo Probe(const std::string& path, const std::string& picture = {});
 
 }  // namespace App

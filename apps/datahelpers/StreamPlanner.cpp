@@ -276,7 +276,10 @@ void StreamPlanner::Correct(const IDataHelper& helper, const std::string& who, c
     });
     ForEachValue(node, {}, [&](const std::string& path, const Property& after) {
         if (codec_.FindByPath(path) != nullptr) return;
-        plan_.choices.push_back({UserPath(Place(path)), PropertyValueToString(after), "the default of " + who});
+        const bool isDefault = helper.GetDefaultSettings().FindByPath(path) != nullptr;
+        plan_.choices.push_back(
+            {UserPath(Place(path)), PropertyValueToString(after),
+             isDefault ? "the default of " + who : "what " + who + " comes to by the other settings"});
     });
     codec_.CopyDataFrom(node);
 }

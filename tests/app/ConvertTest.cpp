@@ -62,6 +62,31 @@ TEST_F(Conversions, MakeWhatThePlanSays) {
     }
 }
 
+TEST_F(Conversions, AHigherQualityIsNoCoarser) {
+    const std::pair<const char*, const char*> codecs[] = {
+        {"h264", "mp4"}, {"hevc", "mp4"},          {"mpeg4", "mp4"},       {"vp8", "webm"},
+        {"vp9", "webm"}, {"av1", "matroska"},      {"theora", "matroska"}, {"mjpeg", "matroska"},
+        {"h263", "3gp"}, {"flv1", "flv"},          {"mpeg1video", "mpeg"}, {"mpeg2video", "vob"},
+        {"wmv2", "wmv"}, {"jpeg2000", "jpeg2000"},
+    };
+    constexpr double kNoise = 0.98;
+    for (const auto& [codec, format] : codecs) {
+        double before = 0;
+        for (const char* quality : {"1", "50", "100"}) {
+            SCOPED_TRACE(std::string(codec) + ", quality " + quality);
+            const std::string video = "Streams/TypeId=video/VideoCodec/";
+            const Result result =
+                Call({"convert", clip_, folder_ / "out", "--format", format, "--video", codec, "--json", "--set",
+                      video + "RateControl=vbr", "--set", video + "Quality=" + quality});
+            if (result.status == 3 && result.err.find("has no encoder for") != std::string::npos) break;
+            ASSERT_EQ(result.status, 0) << result.err;
+            const double size = result.AsJson()["output"]["size"];
+            EXPECT_GT(size, before * kNoise);
+            before = size;
+        }
+    }
+}
+
 TEST_F(Conversions, GiveProfilesTheirPixels) {
     for (const auto& [profile, pixels] : {std::pair("baseline", "yuv420p"), std::pair("high10", "yuv420p10le"),
                                           std::pair("high422", "yuv422p"), std::pair("high444", "yuv444p")}) {

@@ -81,6 +81,37 @@ TEST_F(Plans, MoveTheInputsValuesIntoWhatIsAccepted) {
     EXPECT_EQ(Planned({"--format", "mp4"})["corrections"], Json::array());
 }
 
+TEST_F(Plans, KeepContainersAndEncodersToTheirRules) {
+    const std::string codec = kVideo + "VideoCodec/";
+    const struct {
+        Arguments arguments;
+        std::map<std::string, Json> corrected;
+    } cases[] = {
+        {{"--format", "mka", "--audio", "dts", "--set", kResampler + "SampleRate=48000"},
+         {{kResampler + "Layout", "5.1(side)"}, {kAudio + "AudioCodec/BitRate", 669001}}},
+        {{"--format", "mka", "--set", kResampler + "SampleFmt=fltp"}, {}},  // what is not asked for stays
+        {{"--format", "dvd"}, {{kResampler + "SampleRate", 48000}, {kResampler + "Layout", "stereo"}}},
+        {{"--format", "dvd", "--video", "mpeg1video"},
+         {{kResampler + "SampleRate", 48000}, {kResampler + "Layout", "stereo"}, {codec + "BitRate", 1856000}}},
+        {{"--format", "mxf", "--set", kResampler + "Layout=stereo", "--video", "h264", "--set",
+          codec + "EncodeOptions/Profile=high"},
+         {{kResampler + "SampleRate", 48000}, {codec + "EncodeOptions/Profile", "baseline"}}},
+        {{"--format", "avi", "--audio", "aac"}, {{kResampler + "Layout", "stereo"}}},
+        {{"--format", "3gp", "--set", kResampler + "Layout=mono"},
+         {{kVideo + "VideoResize/Resizer/Width", 352}, {kVideo + "VideoResize/Resizer/Height", 288}}},
+    };
+    for (const auto& [arguments, corrected] : cases) {
+        SCOPED_TRACE(::testing::PrintToString(arguments));
+        const Json plan = Planned(arguments);
+        std::map<std::string, Json> found;
+        for (const Json& correction : plan["corrections"]) {
+            found[correction["path"]] = correction["after"];
+            EXPECT_NE(correction["reason"], "");
+        }
+        EXPECT_EQ(found, corrected);
+    }
+}
+
 TEST_F(Plans, TellWhatWasChosen) {
     const Json plan = Planned({"--format", "matroska", "--set", kVideo + "VideoCodec/RateControl=cbr_auto", "--set",
                                kVideo + "VideoResize/Resizer/Width=161"});
@@ -107,6 +138,9 @@ TEST_F(Plans, RefuseWhatCannotBeUsed) {
         {{"--preset", preset, "--audio", "mp3"}, kAudio + "AudioCodec/CodecId", "leave out --audio"},
         {{"--preset", preset, "--set", kResampler + "SampleRate=44000"}, kResampler + "SampleRate", "SampleRate=44100"},
         {{"--preset", preset, "--set", kResampler + "SampleFmt=s16"}, kResampler + "SampleFmt", "SampleFmt=fltp"},
+        {{"--format", "mp4", "--set", kAudio + "AudioCodec/EncodeOptions/Profile=aac_he"},
+         kAudio + "AudioCodec/EncodeOptions/Profile",
+         "Profile=aac_low"},
         {{"--preset", preset, "--set", kVideo + "VideoCodec/EncodeOptions/Profile=low"},
          kVideo + "VideoCodec/EncodeOptions/Profile",
          "Profile=baseline"},

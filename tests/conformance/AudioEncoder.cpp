@@ -1,30 +1,24 @@
 #include "AudioEncoder.h"
 
 extern "C" {
-#include <libavcodec/avcodec.h>
 #include <libavutil/opt.h>
 }
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <random>
 
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/LayoutRecord.h"
 
+#include "Ffmpeg.h"
+
 namespace Kestro::Conf {
 namespace {
 
-struct Free {
-    void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
-    void operator()(AVCodecParameters* parameters) const { avcodec_parameters_free(&parameters); }
-    void operator()(AVFrame* frame) const { av_frame_free(&frame); }
-    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
-};
-using Context = std::unique_ptr<AVCodecContext, Free>;
-using Frame = std::unique_ptr<AVFrame, Free>;
-using Packet = std::unique_ptr<AVPacket, Free>;
+using Ffmpeg::Context;
+using Ffmpeg::Frame;
+using Ffmpeg::Packet;
 
 /// The two ends of an encoder's scale of quality.
 struct QualityScale {
@@ -106,13 +100,8 @@ void FillWithNoise(AVFrame& frame, std::minstd_rand& random) {
 /// Decodes packets until it is known what they hold.
 class Reader {
 public:
-    Reader(const AVCodecContext& encoder, Encoded& encoded) : encoded_(encoded) {
-        const std::unique_ptr<AVCodecParameters, Free> parameters(avcodec_parameters_alloc());
-        avcodec_parameters_from_context(parameters.get(), &encoder);
-        decoder_.reset(avcodec_alloc_context3(avcodec_find_decoder(encoder.codec_id)));
-        avcodec_parameters_to_context(decoder_.get(), parameters.get());
-        if (avcodec_open2(decoder_.get(), nullptr, nullptr) < 0) decoder_.reset();
-    }
+    Reader(const AVCodecContext& encoder, Encoded& encoded)
+        : encoded_(encoded), decoder_(Ffmpeg::OpenDecoder(encoder)) {}
 
     void Read(const AVPacket& packet) {
         if (decoder_ == nullptr || encoded_.sampleRate != 0) return;
@@ -143,7 +132,7 @@ std::optional<Encoded> Encode(const std::string& encoderName, const Core::Proper
     constexpr int kLeastFrames = 16;
     const int frameSize = context->frame_size > 0 ? context->frame_size : kUsualFrame;
     const int frames = std::max(context->sample_rate / 2 / frameSize, kLeastFrames);
-    std::minstd_rand random;
+    std::minstd_rand random;  // NOLINT(cert-msc51-cpp): the same noise every time
     const Packet packet(av_packet_alloc());
     int64_t bytes = 0;
     int64_t samples = 0;

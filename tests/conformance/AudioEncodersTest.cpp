@@ -8,12 +8,10 @@ extern "C" {
 #include <cmath>
 #include <limits>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
-#include "Kestro/Conf/DataHelpers/FakeConstraintConsumer.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Conf/LayoutRecord.h"
@@ -24,6 +22,7 @@ extern "C" {
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 
 #include "AudioEncoder.h"
+#include "Offers.h"
 #include "tests/Trees.h"
 
 // Whether FFmpeg's encoder takes what the helper of its codec offers and what its rules accept.
@@ -33,49 +32,15 @@ namespace {
 
 using Core::Property;
 
-/// Values that the helper has and FFmpeg's encoder refuses or changes: they are right for the format, or for another
-/// encoder.
-struct Exception {
-    const char* codec;
-    const char* setting;
-    const char* values;
-    const char* outcome;
-    const char* why;
-};
-constexpr Exception kExceptions[] = {
+constexpr EncoderException kExceptions[] = {
     {"aac", "EncodeOptions/Profile", "aac_he aac_he_v2 aac_ld aac_eld", "unreadable",
      "they name what FFmpeg's encoder cannot do"},
     {"aac", "SampleRate", "16000 12000 11025 8000 7350", "another bitrate", "a frame holds 6144 bits a channel"},
     {"ac3", "Layout", "quad 5.0 5.1", "another layout",
      "the format does not tell speakers behind from those at the side"},
-    {"dts", "RateControl", "cbr", "refused", "256000 bit/s suffice for two channels up to 44100 Hz"},
+    {"dca", "RateControl", "cbr", "refused", "256000 bit/s suffice for two channels up to 44100 Hz"},
     {"wmav2", "RateControl", "vbr", "no effect", "FFmpeg's encoder has constant bitrate alone"},
 };
-
-std::vector<std::string> ExpectedOf(const std::string& codecId) {
-    std::vector<std::string> findings;
-    for (const Exception& row : kExceptions) {
-        if (row.codec != codecId) continue;
-        std::istringstream values(row.values);
-        for (std::string value; values >> value;) findings.push_back(row.setting + ("=" + value) + ": " + row.outcome);
-    }
-    return findings;
-}
-
-std::vector<std::string> AudioCodecs() {
-    std::vector<std::string> names;
-    for (const auto& [name, helper] : GetAvailableDataHelpers(IPreset::KEY_FILTER_AUDIO_CODEC)) {
-        if (name != IFormatCodec::CODEC_ID_AUTO) names.push_back(name);
-    }
-    return names;
-}
-
-std::vector<Property> Values(const IPropertyConstraint& constraint) {
-    const auto consumer = FakeConstraintConsumer::Create();
-    constraint.FillValueList(consumer);
-    const Property described = consumer->GetResult();
-    return {described.begin(), described.end()};
-}
 
 bool HasConstantBitrate(const std::string& codecId) {
     constexpr const char* kCodecs[] = {"ac3", "amr_nb", "dts", "mp2", "mp3", "wmav2"};
@@ -156,10 +121,11 @@ TEST_P(AudioEncoder, TakesEachValueWithTheOthersAsByDefault) {
         if (usual_.FindByPath(path) != nullptr) tryAll(path, *constraint);
     }
     for (const auto& [tag, constraint] : accepted_) tryAll(tag, *constraint);
-    EXPECT_THAT(findings, testing::UnorderedElementsAreArray(ExpectedOf(GetParam())));
+    EXPECT_THAT(findings, testing::UnorderedElementsAreArray(ExpectedOf(kExceptions, encoder_)));
 }
 
-INSTANTIATE_TEST_SUITE_P(, AudioEncoder, testing::ValuesIn(AudioCodecs()), [](const auto& test) { return test.param; });
+INSTANTIATE_TEST_SUITE_P(, AudioEncoder, testing::ValuesIn(CodecsOf(IPreset::KEY_FILTER_AUDIO_CODEC)),
+                         [](const auto& test) { return test.param; });
 
 /// An encoder whose bitrates go by sample rate and layout, which its helper knows.
 class LimitedAudioEncoder : public AudioEncoder {};
