@@ -17,6 +17,7 @@ extern "C" {
 #include "Kestro/Proc/IFilterResize.h"
 #include "Kestro/Proc/IResize.h"
 
+#include "Disc.h"
 #include "Muxer.h"
 #include "Quality.h"
 #include "Tree.h"
@@ -222,7 +223,8 @@ bool IsTwoPass(const Property& codec) {
 /// SVT-AV1 has a mean bitrate alone, and refuses a highest one beside it.
 bool HasRateBuffer(const std::string& encoder) { return encoder != "libsvtav1"; }
 
-void AddBitrate(const PlannedStream& stream, const Property& codec, StreamOptions& options) {
+/// disc: the one that is made, or null.
+void AddBitrate(const PlannedStream& stream, const Property& codec, const Disc* disc, StreamOptions& options) {
     const bool isVariable = TextAt(codec, IFormatCodec::TAG_BITRATE_MODE) == IFormatCodec::TAG_BITRATE_MODE_VBR;
     const auto quality = Integer(codec, IFormatCodec::TAG_QUALITY);
     // The preset's own bitrate, and the one that two passes share out, are asked for as such.
@@ -239,7 +241,8 @@ void AddBitrate(const PlannedStream& stream, const Property& codec, StreamOption
     if (stream.kind->type != StreamType::Video || isVariable || !HasRateBuffer(stream.encoder)) return;
     // Constant: no second holds more, with two seconds' bits to balance.
     options.Add("maxrate", Number(*bitrate));
-    options.Add("bufsize", Number(2 * std::min(*bitrate, IFormatCodecVideo::MAX_VIDEO_BITRATE)));
+    const int64_t buffer = 2 * std::min(*bitrate, IFormatCodecVideo::MAX_VIDEO_BITRATE);
+    options.Add("bufsize", Number(disc != nullptr ? std::min(buffer, disc->buffer) : buffer));
 }
 
 /// Empty when none is asked for.
@@ -309,7 +312,7 @@ void AddStream(const Plan& plan, std::size_t planned, std::size_t index, int pas
     }
     options.AddIfGiven("filter", stream.kind->type == StreamType::Video ? VideoFilters(stream, settings, codec)
                                                                         : AudioFilters(stream, settings, codec));
-    AddBitrate(stream, codec, options);
+    AddBitrate(stream, codec, Disc::Find(plan.FormatSettings()), options);
     AddEncoderOptions(stream, codec, options);
     if (Flag(plan.FormatSettings(), IFormatCodec::TAG_GLOBAL_HEADER) && Flag(codec, IFormatCodec::TAG_GLOBAL_HEADER)) {
         options.Add("flags", "+global_header");

@@ -15,6 +15,7 @@
 #include "Kestro/Proc/IResample.h"
 #include "Kestro/Proc/IResize.h"
 
+#include "Disc.h"
 #include "Domain.h"
 #include "KeepMarks.h"
 #include "Text.h"
@@ -62,6 +63,7 @@ Property StreamPlanner::Settle() {
     CheckFilters();
     ApplyFilters();
     AddFormatDemands(preset_.container, *preset_.format, demands_);
+    AddDiscDemands(plan_.FormatSettings(), demands_);
     AddEncoderDemands(*stream_.kind, stream_.codecId, *encoder_, demands_);
     AddInstalledEncoderDemands(encoderName_, codec_, demands_);
     FitUnasked(false);
@@ -70,6 +72,7 @@ Property StreamPlanner::Settle() {
     Correct(*encoder_, "the encoder " + stream_.codecId, stream_.kind->codecKey);
     FitUnasked(true);
     CheckAll();
+    ShapeForDisc();
     ReportWhatIsNotUsed(stream_.settings, StreamNode(), {});
     return StreamNode();
 }
@@ -320,6 +323,18 @@ void StreamPlanner::FitFrameSize(const Demand& demand) {
         if (codec_[*tag] == before[*tag]) continue;
         AddCorrection(Place(*tag), &before[*tag], &codec_[*tag], demand.InWords());
     }
+}
+
+void StreamPlanner::ShapeForDisc() {
+    const Disc* disc = Disc::Find(plan_.FormatSettings());
+    if (disc == nullptr || stream_.kind->type != StreamType::Video) return;
+    const double shape = static_cast<double>(source_.width) * boost::rational_cast<double>(source_.sampleAspectRatio) /
+                         static_cast<double>(source_.height);
+    const FrameSize frame{codec_[IFormatCodecVideo::TAG_WIDTH].GetInt64(),
+                          codec_[IFormatCodecVideo::TAG_HEIGHT].GetInt64()};
+    const auto pixels = disc->PixelShape(frame, shape);
+    codec_.SetChild(IFormatCodecVideo::TAG_ASPECTX, pixels.numerator());
+    codec_.SetChild(IFormatCodecVideo::TAG_ASPECTY, pixels.denominator());
 }
 
 void StreamPlanner::FitUnasked(bool codecSettingsToo) {

@@ -44,6 +44,8 @@ private:
     void ApplyPreset();
     void Correct(const Kestro::Conf::IDataHelper& helper, const std::string& who, const std::string& nodeName);
     void FitUnasked(bool codecSettingsToo);
+    /// Gives the pixels of a disc's frame their shape, which its sizes do not have.
+    void ShapeForDisc();
     void FitFrameSize(const Demand& demand);
     void CheckAll() const;
     void ReportWhatIsNotUsed(const Property& asked, const Property& used, const std::string& below);

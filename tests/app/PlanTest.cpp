@@ -83,6 +83,14 @@ TEST_F(Plans, MoveTheInputsValuesIntoWhatIsAccepted) {
 
 TEST_F(Plans, KeepContainersAndEncodersToTheirRules) {
     const std::string codec = kVideo + "VideoCodec/";
+    const std::string resizer = kVideo + "VideoResize/Resizer/";
+    const std::map<std::string, Json> ntsc = {{kResampler + "SampleRate", 48000},
+                                              {kResampler + "Layout", "stereo"},
+                                              {resizer + "Width", 352},
+                                              {resizer + "Height", 240},
+                                              {kVideo + "VideoFrameRate/Fps", "30000/1001"}};
+    std::map<std::string, Json> ofMpeg1 = ntsc;
+    ofMpeg1[codec + "BitRate"] = 1856000;
     const struct {
         Arguments arguments;
         std::map<std::string, Json> corrected;
@@ -90,15 +98,14 @@ TEST_F(Plans, KeepContainersAndEncodersToTheirRules) {
         {{"--format", "mka", "--audio", "dts", "--set", kResampler + "SampleRate=48000"},
          {{kResampler + "Layout", "5.1(side)"}, {kAudio + "AudioCodec/BitRate", 669001}}},
         {{"--format", "mka", "--set", kResampler + "SampleFmt=fltp"}, {}},  // what is not asked for stays
-        {{"--format", "dvd"}, {{kResampler + "SampleRate", 48000}, {kResampler + "Layout", "stereo"}}},
-        {{"--format", "dvd", "--video", "mpeg1video"},
-         {{kResampler + "SampleRate", 48000}, {kResampler + "Layout", "stereo"}, {codec + "BitRate", 1856000}}},
+        {{"--format", "dvd"}, ntsc},
+        {{"--format", "dvd", "--video", "mpeg1video"}, ofMpeg1},
         {{"--format", "mxf", "--set", kResampler + "Layout=stereo", "--video", "h264", "--set",
           codec + "EncodeOptions/Profile=high"},
          {{kResampler + "SampleRate", 48000}, {codec + "EncodeOptions/Profile", "baseline"}}},
         {{"--format", "avi", "--audio", "aac"}, {{kResampler + "Layout", "stereo"}}},
         {{"--format", "3gp", "--set", kResampler + "Layout=mono"},
-         {{kVideo + "VideoResize/Resizer/Width", 352}, {kVideo + "VideoResize/Resizer/Height", 288}}},
+         {{resizer + "Width", 352}, {resizer + "Height", 288}}},
     };
     for (const auto& [arguments, corrected] : cases) {
         SCOPED_TRACE(::testing::PrintToString(arguments));
