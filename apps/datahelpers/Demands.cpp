@@ -200,13 +200,16 @@ void AddInstalledEncoderDemands(const std::string& encoderName, const Property& 
     }
     add(Kestro::Proc::IFilterFrameRate::CLASS_ID, IFormatCodecVideo::TAG_FPS, frameRates);
 
+    auto limits = Kestro::FFWrapper::BitrateLimits::OfVideo(encoderName);
     if (const LayoutRecord* layout = LayoutRecord::Find(TextAt(codec, IFormatCodecAudio::TAG_LAYOUT))) {
         const int64_t rate = codec[IFormatCodecAudio::TAG_SAMPLE_RATE].GetInt64();
-        if (const auto limits = Kestro::FFWrapper::BitrateLimits::Find(encoderName, rate, layout->code)) {
-            demands.push_back({who, Below(codec.Name(), IFormatCodec::TAG_BITRATE),
-                               ConstraintRange::Create(limits->lowest, limits->highest, int64_t{0}), nullptr, true});
-        }
+        limits = Kestro::FFWrapper::BitrateLimits::OfAudio(encoderName, rate, layout->code);
     }
+    if (limits) {
+        demands.push_back({who, Below(codec.Name(), IFormatCodec::TAG_BITRATE),
+                           ConstraintRange::Create(limits->lowest, limits->highest, int64_t{0}), nullptr, true});
+    }
+
     ConstraintSet::Named<std::string> profiles;
     for (const std::string& profile : capabilities->profiles) profiles.emplace_back(profile, profile);
     add(Below(codec.Name(), IFormatCodec::TAG_CODEC_OPTIONS_ENCODE), IFormatCodec::TAG_PROFILE, profiles);

@@ -138,10 +138,9 @@ Plan MakePlan(const PlanOptions& options) {
                                 .isSupported = IsSupported(plan.FormatSettings(), *stream.kind, codec)});
     }
     if (plan.streams.empty()) {
-        throw Failure(ExitStatus::NotAcceptable,
-                      Problem{.message = "Nothing is left to convert: " + Printable(options.input) +
-                                         " has none of the streams that are asked for.",
-                              .path = IPreset::KEY_STREAMS});
+        throw Failure(ExitStatus::NotAcceptable, Problem{.message = "Nothing of " + Printable(options.input) +
+                                                                    " is left to convert. " + Join(plan.notes, " "),
+                                                         .path = IPreset::KEY_STREAMS});
     }
     CheckLimits(preset, plan);
     if (IsImageMuxer(MuxerName(plan.FormatSettings()))) {

@@ -174,7 +174,7 @@ TEST(AudioEncoders, DtsBitratesEndWhereTheEncodersDo) {
         for (const uint64_t mask : capabilities->channelLayouts) {
             const auto layout = FFWrapper::ChannelLayoutKestroFromFFMPEG(mask);
             codec.SetChild(IFormatCodecAudio::TAG_LAYOUT, LayoutRecord::Find(layout)->name);
-            const auto limits = FFWrapper::BitrateLimits::Find(encoder, rate, layout);
+            const auto limits = FFWrapper::BitrateLimits::OfAudio(encoder, rate, layout);
             ASSERT_TRUE(limits);
             EXPECT_TRUE(opens(limits->lowest) && accepts(limits->lowest)) << Core::Dump(codec);
             EXPECT_FALSE(opens(limits->lowest - 1)) << Core::Dump(codec);

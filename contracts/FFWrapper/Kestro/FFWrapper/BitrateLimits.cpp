@@ -25,11 +25,16 @@ BitrateLimits OfDts(int64_t sampleRate, const Conf::LayoutRecord& layout) {
 
 }  // namespace
 
-std::optional<BitrateLimits> BitrateLimits::Find(const std::string& encoderName, int64_t sampleRate,
-                                                 Conf::ChannelLayout layout) {
+std::optional<BitrateLimits> BitrateLimits::OfAudio(const std::string& encoderName, int64_t sampleRate,
+                                                    Conf::ChannelLayout layout) {
     const Conf::LayoutRecord* record = Conf::LayoutRecord::Find(layout);
     if (encoderName != "dca" || record == nullptr) return std::nullopt;
     return OfDts(sampleRate, *record);
+}
+
+std::optional<BitrateLimits> BitrateLimits::OfVideo(const std::string& encoderName) {
+    if (encoderName != "libsvtav1") return std::nullopt;
+    return BitrateLimits{1'000, 100'000'000};  // it counts in kbit/s
 }
 
 }  // namespace Kestro::FFWrapper
