@@ -141,7 +141,7 @@ std::string VideoFilters(const PlannedStream& stream, const Property& settings, 
         AddFilter(chain, "setsar=" + Text(frame.pixelShape));
     }
     const Ratio fps = codec[IFormatCodecVideo::TAG_FPS].GetRatio();
-    if (fps != stream.source.fps) AddFilter(chain, "fps=" + Text(fps));
+    if (fps != stream.source.fps && !stream.source.isCover) AddFilter(chain, "fps=" + Text(fps));
     return chain;
 }
 

@@ -74,8 +74,8 @@ void ReadVideo(AVFormatContext& context, AVStream& stream, MediaStream& info) {
     info.height = codec.height;
     const auto aspect = Ratio(av_guess_sample_aspect_ratio(&context, &stream, nullptr));
     if (aspect > boost::rational<int64_t>(0)) info.sampleAspectRatio = aspect;
-    info.fps = Ratio(av_guess_frame_rate(&context, &stream, nullptr));
     info.isCover = (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) != 0;
+    if (!info.isCover) info.fps = Ratio(av_guess_frame_rate(&context, &stream, nullptr));
     const auto quarterTurns = std::llround(Rotation(stream) / 90.0);
     if (quarterTurns % 2 != 0) {
         std::swap(info.width, info.height);

@@ -62,6 +62,24 @@ TEST_F(Conversions, MakeWhatThePlanSays) {
     }
 }
 
+TEST_F(Conversions, KeepTheCoverAttached) {
+    const std::string song = folder_ / "song.mp3";
+    ASSERT_EQ(
+        Process("ffmpeg", {"-v", "error", "-f", "lavfi", "-i", "sine=d=1", "-f", "lavfi", "-i", "color=s=64x64:d=0.04",
+                           "-map", "0", "-map", "1", "-c:v", "png", "-disposition:v", "attached_pic", song})
+            .Wait()
+            .status,
+        0);
+    for (const char* format : {"flac", "m4a", "mp3"}) {
+        SCOPED_TRACE(format);
+        const Result result = Call({"convert", song, folder_ / "out", "--format", format});
+        ASSERT_EQ(result.status, 0) << result.err;
+        const Json cover = ProbeStream(folder_ / "out", "v");
+        EXPECT_EQ(cover["codec_name"], "mjpeg");
+        EXPECT_EQ(cover["disposition"]["attached_pic"], 1);
+    }
+}
+
 TEST_F(Conversions, AHigherQualityIsNoCoarser) {
     const std::pair<const char*, const char*> codecs[] = {
         {"h264", "mp4"}, {"hevc", "mp4"},          {"mpeg4", "mp4"},       {"vp8", "webm"},

@@ -239,6 +239,41 @@ TEST_P(Helper, RulesAnswerForWholePresets) {
     }
 }
 
+TEST_P(Helper, RulesTellWhatKeepsThemFromWhatBreaksThem) {
+    for (const Property& whole : RuleTrees(GetParam(), *helper_)) {
+        for (const auto& [path, rule] : rules_) {
+            SCOPED_TRACE(rule->GetFirstName() + " -> " + rule->GetSecondName());
+            Property tree = whole;
+            const auto condition = rule->GetFirstConstraint();
+            // A rule on a side of the frame needs one; codecs are what the tree is for.
+            const bool isForCodecs = rule->GetFirstName().ends_with(Property::SEPARATOR + IFormatCodec::TAG_CODEC_ID);
+            const Property conditions = Described(*condition);
+            if (!isForCodecs && conditions.Count() != 0)
+                tree.ChildByPath(rule->GetFirstName()).CopyDataFrom(conditions[std::size_t{0}]);
+            const bool applies = condition->IsValid(tree.ChildByPath(rule->GetFirstName()));
+            if (tree.FindByPath(rule->GetSecondName()) == nullptr) continue;
+            std::vector<Property> values = BadValues();
+            for (const Property& value : Described(*rule->GetSecondConstraint())) values.push_back(value);
+            bool kept = false;
+            bool broken = false;
+            for (const Property& value : values) {
+                if (value.Type() == PropertyTypes::Node) continue;
+                bool isAccepted = false;
+                try {
+                    isAccepted = rule->GetSecondConstraint()->IsValid(value);
+                } catch (const Exception&) {  // a value of another kind
+                    continue;
+                }
+                tree.ChildByPath(rule->GetSecondName()).CopyDataFrom(value);
+                EXPECT_EQ(rule->Validate(tree), isAccepted || !applies) << Dump(value);
+                (isAccepted ? kept : broken) = true;
+            }
+            EXPECT_TRUE(broken);
+            EXPECT_TRUE(kept || !Described(*rule->GetSecondConstraint()).IsEmpty());
+        }
+    }
+}
+
 TEST_P(Helper, ConstraintsTakeAnyValue) {
     for (const auto& [key, constraint] : constraints_) {
         for (const Property& bad : BadValues()) {
