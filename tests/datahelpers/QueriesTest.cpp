@@ -11,6 +11,7 @@
 #include "Kestro/Conf/IPreset.h"
 
 #include "tests/Failure.h"
+#include "tests/Trees.h"
 
 namespace Kestro::Conf {
 namespace {
@@ -115,6 +116,40 @@ TEST(CodecIsSupported, LosslessVideoIsTheMainStream) {
             codec.SetChild(IFormatCodec::TAG_LOSSLESS, lossless);
             EXPECT_TRUE(CodecIsSupported(mp4, IFormatCodecAudio::Create(codec))) << "only video must";
         }
+    }
+}
+
+TEST(CodecIsSupported, GoesByTagsAndParameters) {
+    const struct {
+        const char* file;
+        const char* codec;
+        bool isSupported;
+    } rows[] = {
+        {"mp4", "c{CodecId=h264,CodecTag=828601953}", true},     // avc1
+        {"mp4", "c{CodecId=mpeg4,CodecTag=1983148141}", true},   // mp4v
+        {"mp4", "c{CodecId=hevc,CodecTag=1983148141}", false},   // another codec's
+        {"mp4", "c{CodecId=mpeg4,CodecTag=1145656920}", false},  // XVID, where mp4v belongs
+        {"avi", "c{CodecId=mpeg4,CodecTag=1145656920}", true},
+        {"mpegts", "c{CodecId=h264,CodecTag=828601953}", true},  // has no tags
+        {"matroska", "c{CodecId=hevc,CodecTag=0}", true},        // has no tag for it
+        {"matroska", "c{CodecId=hevc,CodecTag=0,Lossless=true,MainStream=true}", false},
+        {"matroska", "c{CodecId=mpeg2video,CodecTag=1447904328,Lossless=true,MainStream=true}", true},  // HDMV
+        {"mov", "c{CodecId=mpeg2video,CodecTag=1447904328,Lossless=true,MainStream=true}", false},
+        {"mp4", "c{CodecId=mp3,CodecTag=0,SampleRate=16000}", true},
+        {"mp4", "c{CodecId=mp3,CodecTag=0,SampleRate=8000}", false},
+        {"flv", "c{CodecId=pcm_s16le,CodecTag=0,SampleRate=44100,Layout=stereo}", true},
+        {"flv", "c{CodecId=pcm_s16le,CodecTag=0,SampleRate=44100,Layout=quad}", false},
+        {"image2", "c{CodecId=pbm,CodecTag=0,PixelFmt=monow}", true},
+        {"image2", "c{CodecId=pbm,CodecTag=0,PixelFmt=yuv420p}", false},
+        {"nut", "c{CodecId=h264,CodecTag=0}", true},  // a muxer that has no helper
+        {"nut", "c{CodecId=pam,CodecTag=0}", false},
+    };
+    for (const auto& row : rows) {
+        const Property node = Core::TreeOf(row.codec);
+        const std::string& id = node[IFormatCodec::TAG_CODEC_ID].GetString();
+        boost::intrusive_ptr<const IFormatCodec> codec = IFormatCodecVideo::Create(node);
+        if (IsAudioCodec(id)) codec = IFormatCodecAudio::Create(node);
+        EXPECT_EQ(CodecIsSupported(File(row.file), codec), row.isSupported) << row.file << " " << row.codec;
     }
 }
 

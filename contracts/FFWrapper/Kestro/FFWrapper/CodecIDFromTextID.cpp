@@ -1,5 +1,8 @@
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
 
+#include <string_view>
+#include <unordered_map>
+
 extern "C" {
 #include <libavcodec/codec_desc.h>
 }
@@ -7,13 +10,25 @@ extern "C" {
 #include "Kestro/Conf/IFormatCodecSubtitle.h"
 
 namespace Kestro::FFWrapper {
+namespace {
+
+using Ids = std::unordered_map<std::string_view, AVCodecID>;
+
+Ids MakeIds() {
+    Ids ids;
+    const AVCodecDescriptor* descriptor = nullptr;
+    while ((descriptor = avcodec_descriptor_next(descriptor)) != nullptr) ids.emplace(descriptor->name, descriptor->id);
+    ids[Conf::IFormatCodecSubtitle::CODEC_ID_SRT] = AV_CODEC_ID_SUBRIP;
+    ids[Conf::IFormatCodecSubtitle::CODEC_ID_SSA] = AV_CODEC_ID_ASS;
+    return ids;
+}
+
+}  // namespace
 
 AVCodecID CodecIDFromTextID(const std::string& codecId) {
-    if (codecId == Conf::IFormatCodecSubtitle::CODEC_ID_SRT) return AV_CODEC_ID_SUBRIP;
-    if (codecId == Conf::IFormatCodecSubtitle::CODEC_ID_SSA) return AV_CODEC_ID_ASS;
-    const AVCodecDescriptor* descriptor = avcodec_descriptor_get_by_name(codecId.c_str());
-    // A text with a zero inside is not the name before the zero.
-    return descriptor != nullptr && codecId == descriptor->name ? descriptor->id : AV_CODEC_ID_NONE;
+    static const Ids ids = MakeIds();  // FFmpeg itself looks through all of them
+    const auto found = ids.find(codecId);
+    return found != ids.end() ? found->second : AV_CODEC_ID_NONE;
 }
 
 }  // namespace Kestro::FFWrapper

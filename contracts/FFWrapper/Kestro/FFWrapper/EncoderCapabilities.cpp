@@ -11,57 +11,13 @@ extern "C" {
 
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/FFWrapper/SampleFormatMapping.h"
+#include "Kestro/FFWrapper/SupportedValues.h"
 
 namespace Kestro::FFWrapper {
 namespace {
 
 /// FFmpeg's own AAC encoder.
 constexpr const char* kAac = "aac";
-
-#if LIBAVCODEC_VERSION_INT >= AV_VERSION_INT(61, 13, 100)
-
-template <class Value>
-std::span<const Value> Supported(const AVCodec& encoder, AVCodecConfig config) {
-    const void* values = nullptr;
-    int count = 0;
-    // Fails for what does not concern the encoder, such as the pixel formats of an audio encoder.
-    if (avcodec_get_supported_config(nullptr, &encoder, config, 0, &values, &count) < 0 || values == nullptr) return {};
-    return {static_cast<const Value*>(values), static_cast<std::size_t>(count)};
-}
-
-auto SampleRates(const AVCodec& encoder) { return Supported<int>(encoder, AV_CODEC_CONFIG_SAMPLE_RATE); }
-auto SampleFormats(const AVCodec& encoder) { return Supported<AVSampleFormat>(encoder, AV_CODEC_CONFIG_SAMPLE_FORMAT); }
-auto Layouts(const AVCodec& encoder) { return Supported<AVChannelLayout>(encoder, AV_CODEC_CONFIG_CHANNEL_LAYOUT); }
-auto PixelFormats(const AVCodec& encoder) { return Supported<AVPixelFormat>(encoder, AV_CODEC_CONFIG_PIX_FORMAT); }
-auto FrameRates(const AVCodec& encoder) { return Supported<AVRational>(encoder, AV_CODEC_CONFIG_FRAME_RATE); }
-
-#else
-
-// The values before the one that ends the list.
-template <class Value, class IsEnd>
-std::span<const Value> Supported(const Value* values, IsEnd isEnd) {
-    std::size_t count = 0;
-    while (values != nullptr && !isEnd(values[count])) ++count;
-    return {values, count};
-}
-
-auto SampleRates(const AVCodec& encoder) {
-    return Supported(encoder.supported_samplerates, [](int rate) { return rate == 0; });
-}
-auto SampleFormats(const AVCodec& encoder) {
-    return Supported(encoder.sample_fmts, [](AVSampleFormat format) { return format == AV_SAMPLE_FMT_NONE; });
-}
-auto Layouts(const AVCodec& encoder) {
-    return Supported(encoder.ch_layouts, [](const AVChannelLayout& layout) { return layout.nb_channels == 0; });
-}
-auto PixelFormats(const AVCodec& encoder) {
-    return Supported(encoder.pix_fmts, [](AVPixelFormat format) { return format == AV_PIX_FMT_NONE; });
-}
-auto FrameRates(const AVCodec& encoder) {
-    return Supported(encoder.supported_framerates, [](AVRational rate) { return rate.num == 0 && rate.den == 0; });
-}
-
-#endif
 
 }  // namespace
 
