@@ -44,9 +44,12 @@ void AddPlanOptions(CLI::App& command, PlanOptions& options) {
     auto* format =
         command.add_option("--format", options.format, "The container, with its default settings")->type_name("FORMAT");
     preset->excludes(format);
-    command.add_option("--video", options.video, "The video codec")->type_name("CODEC");
-    command.add_option("--audio", options.audio, "The audio codec")->type_name("CODEC");
-    command.add_option("--set", options.sets, "Change a setting; the value follows the last =. May be repeated")
+    command.add_option("--video", options.video, "The video codec; auto: the container's default")->type_name("CODEC");
+    command.add_option("--audio", options.audio, "The audio codec; auto: the container's default")->type_name("CODEC");
+    command
+        .add_option("--set", options.sets,
+                    "Change a setting; the value follows the last =. The value auto leaves CodecId, RateControl, "
+                    "SampleRate, Layout and VideoFrameRate/Fps to the program. May be repeated")
         ->type_name("PATH=VALUE")
         ->expected(1)
         ->take_all()
@@ -76,6 +79,13 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     CLI::App* show = app.add_subcommand("show", "Show defaults, accepted values and rules of one of them");
     show->add_option("KIND", kind, "format, audio, video or filter")->required();
     show->add_option("NAME", arguments.name, "As list has it")->required();
+    show->add_flag("--auto", arguments.isAutomatic, "Also what is accepted where a choice is left to the program");
+
+    CLI::App* fits = app.add_subcommand("fits", "Tell whether a container stores a codec");
+    auto* codec = fits->add_option("CODEC", arguments.codec, "As list has it, or another codec by FFmpeg's name");
+    auto* container = fits->add_option("CONTAINER", arguments.container, "As list has it");
+    fits->add_option("--codec", arguments.codec, "In all containers")->type_name("C")->excludes(codec);
+    fits->add_option("--format", arguments.container, "All codecs in it")->type_name("F")->excludes(container);
 
     CLI::App* plan = app.add_subcommand("plan", "Show the settings of a conversion and every correction");
     AddPlanOptions(*plan, arguments.plan);
@@ -84,7 +94,7 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     AddPlanOptions(*convert, arguments.plan);
     convert->add_option("OUTPUT", arguments.output, "The file to write; it appears when it is complete")->required();
 
-    for (CLI::App* command : {list, show, plan, convert}) {
+    for (CLI::App* command : {list, show, fits, plan, convert}) {
         command->add_flag("--json", arguments.json, "Report in JSON on standard output");
     }
 
@@ -117,6 +127,12 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     } else if (show->parsed()) {
         arguments.command = Command::Show;
         arguments.kind = &ReadKind(kind);
+    } else if (fits->parsed()) {
+        arguments.command = Command::Fits;
+        if (arguments.codec.empty() && arguments.container.empty()) {
+            throw Failure(ExitStatus::WrongUsage, Problem{.message = "A codec or a container is required.",
+                                                          .wayOut = "CODEC CONTAINER, --codec C or --format F"});
+        }
     } else {
         arguments.command = plan->parsed() ? Command::Plan : Command::Convert;
         if (arguments.plan.presetFile.empty() && arguments.plan.format.empty()) {

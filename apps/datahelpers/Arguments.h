@@ -7,7 +7,7 @@
 
 namespace App {
 
-enum class Command { List, Show, Plan, Convert };
+enum class Command { List, Show, Fits, Plan, Convert };
 
 /// What to make of an input.
 struct PlanOptions {
@@ -26,6 +26,9 @@ struct Arguments {
     bool json = false;
     const HelperKind* kind = nullptr;  ///< list: null for all; show
     std::string name;                  ///< show
+    bool isAutomatic = false;          ///< show
+    std::string codec;                 ///< fits: empty for all
+    std::string container;             ///< fits: empty for all
     PlanOptions plan;                  ///< plan, convert
     std::string output;                ///< convert
 };

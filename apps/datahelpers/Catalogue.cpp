@@ -5,8 +5,10 @@
 
 #include "Kestro/Conf/IFormatCodec.h"
 #include "Kestro/Conf/IPreset.h"
+#include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 
+#include "Automatic.h"
 #include "Domain.h"
 #include "Muxer.h"
 #include "SettingsText.h"
@@ -51,6 +53,14 @@ void PrintParagraph(std::ostream& out, const std::string& text, std::size_t inde
 
 std::string Title(const std::string& text) { return text + "\n"; }
 
+/// The automatic value that a rule of the sheet accepts beside what is no list; null where there is none.
+const Property* UnlistedAutomatic(const HelperSheet& sheet, const Kestro::Conf::IValidationRule& rule) {
+    const AutomaticSetting* setting = sheet.isAutomatic ? FindAutomaticSetting(rule.GetSecondName()) : nullptr;
+    if (setting == nullptr) return nullptr;
+    const auto constraint = rule.GetSecondConstraint();
+    return !DescribeDomain(*constraint).isList && constraint->IsValid(setting->value) ? &setting->value : nullptr;
+}
+
 }  // namespace
 
 HelperList ListHelpers(const HelperKind& kind) {
@@ -84,10 +94,12 @@ void Print(std::ostream& out, const HelperList& list) {
     }
 }
 
-HelperSheet ShowHelper(const HelperKind& kind, const std::string& name) {
-    const HelperPtr helper = FindHelper(kind, name, ExitStatus::WrongUsage);
+HelperSheet ShowHelper(const HelperKind& kind, const std::string& name, bool isAutomatic) {
+    const auto find = isAutomatic ? FindAutomaticHelper : FindHelper;
+    const HelperPtr helper = find(kind, name, ExitStatus::WrongUsage);
     HelperSheet sheet{.kind = &kind,
                       .name = name,
+                      .isAutomatic = isAutomatic,
                       .defaults = helper->GetDefaultSettings(),
                       .filters = {},
                       .constraints = {},
@@ -99,7 +111,7 @@ HelperSheet ShowHelper(const HelperKind& kind, const std::string& name) {
 }
 
 Json ToJson(const HelperSheet& sheet) {
-    Json json{{"kind", sheet.kind->name}, {"name", sheet.name}};
+    Json json{{"kind", sheet.kind->name}, {"name", sheet.name}, {"auto", sheet.isAutomatic}};
     json["defaults"] = Json{{sheet.defaults.Name(), ToJson(sheet.defaults)}};
     Json& filters = json["filters"] = Json::array();
     for (const auto& [classId, implementation] : sheet.filters) {
@@ -118,14 +130,16 @@ Json ToJson(const HelperSheet& sheet) {
             entry.update(ToJson(DescribeDomain(constraint)));
             return entry;
         };
-        rules.push_back({{"when", half(rule->GetFirstName(), *rule->GetFirstConstraint())},
-                         {"then", half(rule->GetSecondName(), *rule->GetSecondConstraint())}});
+        Json then = half(rule->GetSecondName(), *rule->GetSecondConstraint());
+        if (const Property* automatic = UnlistedAutomatic(sheet, *rule)) then["auto"] = ToJson(*automatic);
+        rules.push_back({{"when", half(rule->GetFirstName(), *rule->GetFirstConstraint())}, {"then", then}});
     }
     return json;
 }
 
 void Print(std::ostream& out, const HelperSheet& sheet, std::size_t width) {
-    out << sheet.kind->words << " " << sheet.name << "\n\n" << Title("Default settings");
+    out << sheet.kind->words << " " << sheet.name << (sheet.isAutomatic ? ", with its automatic choices" : "") << "\n\n"
+        << Title("Default settings");
     Property root;
     root.SetChild(sheet.defaults.Name(), sheet.defaults);
     PrintTree(out, root, 2);
@@ -144,7 +158,14 @@ void Print(std::ostream& out, const HelperSheet& sheet, std::size_t width) {
     }
     if (!sheet.rules.empty()) {
         out << "\n" << Title("Rules");
-        for (const auto& [path, rule] : sheet.rules) PrintParagraph(out, InWords(*rule), 2, width);
+        for (const auto& [path, rule] : sheet.rules) {
+            std::string words = InWords(*rule);
+            if (const Property* automatic = UnlistedAutomatic(sheet, *rule)) {
+                words.pop_back();
+                words += ", or Auto = " + Kestro::Core::PropertyValueToString(*automatic) + ".";
+            }
+            PrintParagraph(out, words, 2, width);
+        }
     }
 }
 

@@ -32,6 +32,7 @@ void Print(std::ostream& out, const HelperList& list);
 struct HelperSheet {
     const HelperKind* kind;
     std::string name;
+    bool isAutomatic;  ///< with the choices that leave a setting to the program
     Kestro::Core::Property defaults;
     Kestro::Conf::FilterList filters;
     Kestro::Conf::ConstraintMap constraints;
@@ -39,7 +40,7 @@ struct HelperSheet {
 };
 
 /// Throws Failure (WrongUsage) for a name that there is not.
-HelperSheet ShowHelper(const HelperKind& kind, const std::string& name);
+HelperSheet ShowHelper(const HelperKind& kind, const std::string& name, bool isAutomatic);
 Json ToJson(const HelperSheet& sheet);
 void Print(std::ostream& out, const HelperSheet& sheet, std::size_t width);
 

@@ -36,6 +36,10 @@ constexpr FrameSize kSvcdNtsc[] = {{480, 480}};
 constexpr FrameSize kVcdPal[] = {{352, 288}};
 constexpr FrameSize kVcdNtsc[] = {{352, 240}};
 
+// Of a player: 112 and 20 blocks of 16384 bits.
+constexpr int64_t kBuffer = 1'835'008;
+constexpr int64_t kVcdBuffer = 327'680;
+
 struct Row {
     const std::string& container;
     const std::string& standard;
@@ -46,12 +50,12 @@ std::span<const Row> Rows() {
     static const Ratio kPal(25);
     static const Ratio kNtsc(30000, 1001);
     static const Row kRows[] = {
-        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_PAL, {kDvdPal, kPal, 224 * 8192, true}},
-        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_NTSC, {kDvdNtsc, kNtsc, 224 * 8192, true}},
-        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_PAL, {kSvcdPal, kPal, 224 * 8192, false}},
-        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_NTSC, {kSvcdNtsc, kNtsc, 224 * 8192, false}},
-        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_PAL, {kVcdPal, kPal, 40 * 8192, false}},
-        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_NTSC, {kVcdNtsc, kNtsc, 40 * 8192, false}},
+        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_PAL, {kDvdPal, kPal, kBuffer, true}},
+        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_NTSC, {kDvdNtsc, kNtsc, kBuffer, true}},
+        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_PAL, {kSvcdPal, kPal, kBuffer, false}},
+        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_NTSC, {kSvcdNtsc, kNtsc, kBuffer, false}},
+        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_PAL, {kVcdPal, kPal, kVcdBuffer, false}},
+        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_NTSC, {kVcdNtsc, kNtsc, kVcdBuffer, false}},
     };
     return kRows;
 }

@@ -1,6 +1,7 @@
 #include "KeepMarks.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <vector>
 
 #include "Kestro/Conf/IFormatCodecAudio.h"
@@ -18,13 +19,13 @@ using Kestro::Conf::IFormatCodecVideo;
 using Kestro::Core::Property;
 using Kestro::Proc::IResize;
 
-struct KeepMark {
+struct Mark {
     const std::string& tag;
     Property value;
 };
 
-const std::vector<KeepMark>& KeepMarks() {
-    static const std::vector<KeepMark> marks{
+const std::vector<Mark>& Marks() {
+    static const std::vector<Mark> marks{
         {IFormatCodecAudio::TAG_SAMPLE_RATE, {{}, -1}},
         {IFormatCodecAudio::TAG_LAYOUT, {{}, IFormatCodecAudio::TAG_CH_LAYOUT_UNKNOWN}},
         {IFormatCodecAudio::TAG_SAMPLE_FORMAT, {{}, IFormatCodecAudio::TAG_SAMPLE_FORMAT_NONE}},
@@ -38,13 +39,18 @@ const std::vector<KeepMark>& KeepMarks() {
 
 }  // namespace
 
+const Property& KeepMark(const std::string& tag) {
+    const auto mark = std::ranges::find(Marks(), tag, [](const Mark& row) { return row.tag; });
+    if (mark == Marks().end()) throw std::out_of_range(tag);
+    return mark->value;
+}
+
 bool IsKeepMark(const std::string& tag, const Property& value) {
-    return std::ranges::any_of(KeepMarks(),
-                               [&](const KeepMark& mark) { return mark.tag == tag && mark.value == value; });
+    return std::ranges::any_of(Marks(), [&](const Mark& mark) { return mark.tag == tag && mark.value == value; });
 }
 
 void KeepSource(Property& settings) {
-    for (const KeepMark& mark : KeepMarks()) {
+    for (const Mark& mark : Marks()) {
         if (settings.ChildExists(mark.tag)) settings[mark.tag].CopyDataFrom(mark.value);
     }
     for (std::size_t i = 0; i < settings.Count(); ++i) {

@@ -9,6 +9,7 @@
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 
+#include "Fits.h"
 #include "Muxer.h"
 #include "Preset.h"
 #include "StreamPlanner.h"
@@ -18,8 +19,6 @@
 namespace App {
 namespace {
 
-using Kestro::Conf::IFormatCodec;
-using Kestro::Conf::IFormatCodecAudio;
 using Kestro::Conf::IFormatCodecVideo;
 using Kestro::Conf::IFormatFile;
 using Kestro::Conf::IPreset;
@@ -83,15 +82,6 @@ void CheckLimits(const Preset& preset, const Plan& plan) {
     }
 }
 
-/// What the muxer says to the codec; its tag is left to it.
-bool IsSupported(const Property& format, const StreamKind& kind, const Property& codec) {
-    Property described = codec;
-    if (!described.ChildExists(IFormatCodec::TAG_CODEC_TAG)) described.SetChild(IFormatCodec::TAG_CODEC_TAG, 0);
-    const auto file = IFormatFile::Create(format);
-    return kind.type == StreamType::Video ? Kestro::Conf::CodecIsSupported(file, IFormatCodecVideo::Create(described))
-                                          : Kestro::Conf::CodecIsSupported(file, IFormatCodecAudio::Create(described));
-}
-
 Property FormatNode(const Preset& preset) {
     Property format = preset.format->GetDefaultSettings();
     format.RemoveChild(IPreset::KEY_STREAMS);
@@ -135,7 +125,7 @@ Plan MakePlan(const PlanOptions& options) {
                                 .codecId = stream.codecId,
                                 .encoder = Kestro::FFWrapper::EncoderNameFromCodecId(stream.codecId),
                                 .globalHeader = Kestro::Conf::CodecHasGlobalHeader(stream.codecId),
-                                .isSupported = IsSupported(plan.FormatSettings(), *stream.kind, codec)});
+                                .isSupported = MuxerTakes(MuxerName(plan.FormatSettings()), codec)});
     }
     if (plan.streams.empty()) {
         throw Failure(ExitStatus::NotAcceptable, Problem{.message = "Nothing of " + Printable(options.input) +

@@ -10,7 +10,9 @@
 #include "Kestro/Conf/IFormatCodecSubtitle.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
+#include "Kestro/Core/PropertyValueToString.h"
 
+#include "Automatic.h"
 #include "JsonTree.h"
 #include "KnownSettings.h"
 #include "Text.h"
@@ -157,11 +159,11 @@ private:
             }
         }
         for (const StreamKind& kind : StreamKinds()) {
+            const std::string path = key + IPreset::INDEX + kind.typeId;
             if (!own && tree_.FindByPath(kind.CodecIdPath()) != nullptr) {
-                tree_.ChildByPath(kind.CodecIdPath()) = IFormatCodec::CODEC_ID_AUTO;
+                tree_.ChildByPath(Below(path, kind.codecKey)).RemoveChild(IFormatCodec::TAG_CODEC_ID);
             }
             if (CodecOption(kind).empty()) continue;
-            const std::string path = key + IPreset::INDEX + kind.typeId;
             if (tree_.FindByPath(path) == nullptr) {
                 Refuse({.message = (own ? "The preset has" : "The container " + preset_.container + " takes") + " no " +
                                    kind.typeId + " stream, so there is nothing for --" + kind.typeId + "."});
@@ -212,7 +214,10 @@ private:
             codec.SetChild(IFormatCodec::TAG_CODEC_ID, value);
             return;
         }
-        SetSetting(*stream, KnownSettings(*stream), streamPath, below, value);
+        const AutomaticSetting* automatic =
+            value == IFormatCodec::CODEC_ID_AUTO ? FindAutomaticSetting(below) : nullptr;
+        SetSetting(*stream, KnownSettings(*stream), streamPath, below,
+                   automatic != nullptr ? Kestro::Core::PropertyValueToString(automatic->value) : value);
     }
 
     void CheckFormat() {
@@ -273,6 +278,7 @@ private:
                             .codecId = {},
                             .settings = settings,
                             .chosenBecause = {}};
+        ReadAutomatic(stream.settings);
         CheckSettings(stream.settings, KnownSettings(settings),
                       IPreset::KEY_STREAMS + Separator() + std::to_string(number));
         if (stream.kind != nullptr) {
@@ -280,11 +286,15 @@ private:
             bool isOpen = false;
             stream.codecId = OwnCodec(settings, *stream.kind, isOpen);
             if (isOpen) {
+                const std::string codecIdPath = Below(stream.kind->codecKey, IFormatCodec::TAG_CODEC_ID);
+                const bool isAutomatic = option == IFormatCodec::CODEC_ID_AUTO ||
+                                         TextAt(settings, codecIdPath) == IFormatCodec::CODEC_ID_AUTO;
                 if (!stream.settings.ChildExists(stream.kind->codecKey))
                     stream.settings.SetChild(stream.kind->codecKey);
                 stream.settings[stream.kind->codecKey].SetChild(IFormatCodec::TAG_CODEC_ID, stream.codecId);
                 stream.chosenBecause = stream.codecId == option ? "asked for by --" + stream.kind->typeId
-                                                                : "the default of " + preset_.container;
+                                                                : std::string(isAutomatic ? "auto: " : "") +
+                                                                      "the default of " + preset_.container;
             } else if (!option.empty() && option != IFormatCodec::CODEC_ID_AUTO) {
                 stream.codecId = option;  // A preset for another codec is the encoder's to refuse.
             }

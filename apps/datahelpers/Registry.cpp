@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Kestro/Conf/DataHelpers/DataHelperProxyAuto.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
@@ -42,6 +43,17 @@ const FilterKind kFilterKinds[] = {
     {Kestro::Proc::IFilterResize::CLASS_ID, StreamType::Video},
 };
 
+HelperPtr Find(const HelperKind& kind, const std::string& name, ExitStatus status, decltype(CreateDataHelper)& create) {
+    const std::vector<std::string> names = HelperNames(kind);
+    if (std::ranges::find(names, name) == names.end()) {
+        throw Failure(status, Problem{.message = "There is no " + std::string(kind.words) + " \"" + Printable(name) +
+                                                 "\"." + DidYouMean(name, names),
+                                      .value = name,
+                                      .allowed = names});
+    }
+    return kind.registryType == nullptr ? create(name, {}) : create(*kind.registryType, name);
+}
+
 }  // namespace
 
 const HelperKind kFormats{"format", "formats", "container format", &IPreset::KEY_FORMAT};
@@ -72,14 +84,11 @@ std::vector<std::string> HelperNames(const HelperKind& kind) {
 }
 
 HelperPtr FindHelper(const HelperKind& kind, const std::string& name, ExitStatus status) {
-    const std::vector<std::string> names = HelperNames(kind);
-    if (std::ranges::find(names, name) == names.end()) {
-        throw Failure(status, Problem{.message = "There is no " + std::string(kind.words) + " \"" + Printable(name) +
-                                                 "\"." + DidYouMean(name, names),
-                                      .value = name,
-                                      .allowed = names});
-    }
-    return kind.registryType == nullptr ? CreateDataHelper(name, {}) : CreateDataHelper(*kind.registryType, name);
+    return Find(kind, name, status, CreateDataHelper);
+}
+
+HelperPtr FindAutomaticHelper(const HelperKind& kind, const std::string& name, ExitStatus status) {
+    return Find(kind, name, status, CreateDataHelperAuto);
 }
 
 }  // namespace App

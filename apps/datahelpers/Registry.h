@@ -56,5 +56,7 @@ std::vector<std::string> HelperNames(const HelperKind& kind);
 
 /// Throws Failure with that status, the known names and the nearest of them, for a name that there is not.
 HelperPtr FindHelper(const HelperKind& kind, const std::string& name, ExitStatus status);
+/// The same helper with the library's automatic choices.
+HelperPtr FindAutomaticHelper(const HelperKind& kind, const std::string& name, ExitStatus status);
 
 }  // namespace App

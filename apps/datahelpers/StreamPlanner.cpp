@@ -15,6 +15,7 @@
 #include "Kestro/Proc/IResample.h"
 #include "Kestro/Proc/IResize.h"
 
+#include "Automatic.h"
 #include "Disc.h"
 #include "Domain.h"
 #include "KeepMarks.h"
@@ -59,6 +60,7 @@ StreamPlanner::StreamPlanner(const Preset& preset, const PresetStream& stream, c
 Property StreamPlanner::Settle() {
     CheckCodec();
     StartFromSource();
+    input_ = codec_;
     CollectFilters();
     CheckFilters();
     ApplyFilters();
@@ -73,6 +75,7 @@ Property StreamPlanner::Settle() {
     FitUnasked(true);
     CheckAll();
     ShapeForDisc();
+    TellAutomatic();
     ReportWhatIsNotUsed(stream_.settings, StreamNode(), {});
     return StreamNode();
 }
@@ -236,9 +239,13 @@ void StreamPlanner::ApplyPreset() {
     }
     for (const std::string* tag : {&mode, &bitrate}) {
         const Property* was = preset.ChildExists(*tag) ? &preset[*tag] : before.FindByPath(*tag);
-        if (was == nullptr || !codec_.ChildExists(*tag) || *was == codec_[*tag]) continue;
-        std::string reason = "the preset leaves the bitrate to the program";
-        if (tag == &bitrate) {
+        if (was == nullptr || !codec_.ChildExists(*tag)) continue;
+        const bool isSame = *was == codec_[*tag];
+        if (isSame && (tag == &mode || TextAt(preset, mode) != IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO)) continue;
+        std::string reason = "constant, and the bitrate is left to the program";
+        if (isSame) {
+            reason = "the default of " + stream_.codecId;
+        } else if (tag == &bitrate) {
             reason = "the usual one";
             if (stream_.kind->type == StreamType::Video) {
                 reason += " for " + std::to_string(codec_[IFormatCodecVideo::TAG_WIDTH].GetInt64()) + " x " +
@@ -384,6 +391,55 @@ void StreamPlanner::CheckAll() const {
         if (!demand.rule || !demand.Applies(tree)) continue;
         if (!IsMet(demand, tree)) Refuse(demand, tree.ChildByPath(demand.path), {});
     }
+}
+
+void StreamPlanner::TellAutomatic() {
+    const Property settled = StreamNode();
+    const auto tell = [&](const std::string& path, const std::string& reason) {
+        const std::string userPath = UserPath(path);
+        const Choice choice{userPath, PropertyValueToString(settled.ChildByPath(path)), reason};
+        const auto earlier = std::ranges::find(plan_.choices, userPath, &Choice::path);
+        if (earlier == plan_.choices.end()) {
+            plan_.choices.push_back(choice);
+        } else {
+            *earlier = choice;
+        }
+        // What was left open was not wrong.
+        std::erase_if(plan_.corrections, [&](const Correction& correction) { return correction.path == userPath; });
+    };
+    for (const AutomaticSetting& setting : AutomaticSettings()) {
+        const Property* asked = stream_.settings.FindByPath(setting.path);
+        if (asked == nullptr || !(*asked == setting.value) || settled.FindByPath(setting.path) == nullptr) continue;
+        tell(setting.path, "auto: " + AutomaticReason(setting.path, settled.ChildByPath(setting.path)));
+        if (LastSegment(setting.path) != IFormatCodec::TAG_BITRATE_MODE) continue;
+        const std::string bitrate = Below(stream_.kind->codecKey, IFormatCodec::TAG_BITRATE);
+        const auto moved = std::ranges::find(plan_.corrections, UserPath(bitrate), &Correction::path);
+        if (moved != plan_.corrections.end() && moved->after) tell(bitrate, std::string(moved->reason));
+    }
+}
+
+std::string StreamPlanner::AutomaticReason(const std::string& path, const Property& value) const {
+    const std::string userPath = UserPath(path);
+    const bool isMode = LastSegment(path) == IFormatCodec::TAG_BITRATE_MODE;
+    const Property* before = isMode ? nullptr : input_.FindByPath(LastSegment(path));
+    if (before != nullptr && *before == value) return "the input has " + PropertyValueToString(value);
+
+    const auto choice = std::ranges::find(plan_.choices, userPath, &Choice::path);
+    const auto correction = std::ranges::find(plan_.corrections, userPath, &Correction::path);
+    if (isMode && correction != plan_.corrections.end()) return correction->reason;
+    if (choice != plan_.choices.end()) return choice->reason;
+
+    std::vector<std::string> takers;
+    const Property tree = RuleTree();
+    for (const Demand& demand : demands_) {
+        if (before == nullptr || demand.path != path || !demand.Applies(tree) || demand.Accepts(*before)) continue;
+        // The installed encoder mostly repeats what is known of the codec.
+        if (demand.isInstalled && !takers.empty()) continue;
+        if (std::ranges::find(takers, demand.who) == takers.end()) takers.push_back(demand.who);
+    }
+    if (takers.empty()) return "what the stream's other settings ask for";
+    return "nearest to the input's " + PropertyValueToString(*before) + " that " + Join(takers, " and ") +
+           (takers.size() == 1 ? " takes" : " take");
 }
 
 void StreamPlanner::ReportWhatIsNotUsed(const Property& asked, const Property& used, const std::string& below) {

@@ -48,6 +48,10 @@ private:
     void ShapeForDisc();
     void FitFrameSize(const Demand& demand);
     void CheckAll() const;
+    /// Tells what became of the settings that the preset leaves to the program by an automatic value.
+    void TellAutomatic();
+    /// Why a setting that keeps the input's value has the one that it has in the end.
+    std::string AutomaticReason(const std::string& path, const Property& value) const;
     void ReportWhatIsNotUsed(const Property& asked, const Property& used, const std::string& below);
 
     /// The filters' settings as they are asked for, each under the filter's name.
@@ -84,6 +88,7 @@ private:
     Plan& plan_;
     HelperPtr encoder_;
     std::string encoderName_;
+    Property input_;  ///< the codec node as the input and the encoder's defaults have it
     Property codec_;
     std::vector<Filter> filters_;
     Demands filterDemands_;  ///< of what is asked of the filters

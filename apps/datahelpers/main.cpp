@@ -11,6 +11,7 @@
 #include "Catalogue.h"
 #include "Converter.h"
 #include "Failure.h"
+#include "Fits.h"
 #include "JsonTree.h"
 #include "OutputFile.h"
 #include "Planner.h"
@@ -41,9 +42,15 @@ Json List(const Arguments& arguments) {
 }
 
 Json Show(const Arguments& arguments) {
-    const HelperSheet sheet = ShowHelper(*arguments.kind, arguments.name);
+    const HelperSheet sheet = ShowHelper(*arguments.kind, arguments.name, arguments.isAutomatic);
     if (!arguments.json) Print(std::cout, sheet, TerminalWidth(STDOUT_FILENO));
     return ToJson(sheet);
+}
+
+Json TellFits(const Arguments& arguments) {
+    const std::vector<Fit> fits = FindFits(arguments.codec, arguments.container);
+    if (!arguments.json) Print(std::cout, fits);
+    return {{"fits", ToJson(fits)}};
 }
 
 Json PlanOnly(const Arguments& arguments) {
@@ -76,6 +83,8 @@ Json Run(const Arguments& arguments) {
             return List(arguments);
         case Command::Show:
             return Show(arguments);
+        case Command::Fits:
+            return TellFits(arguments);
         case Command::Plan:
             return PlanOnly(arguments);
         case Command::Convert:

@@ -73,12 +73,39 @@ TEST(Show, PutsConstraintsAndRulesInWords) {
     EXPECT_THAT(resize.out, HasSubstr("VideoResize/Resizer/Width must be even."));
 }
 
+TEST(Show, AddsTheAutomaticChoices) {
+    const struct {
+        const char* kind;
+        const char* name;
+        const char* added;
+    } cases[] = {
+        {"audio", "mp3", "RateControl: cbr_auto cbr vbr\n"},
+        {"audio", "mp3", "Layout must be one of Auto = unknown, mono, stereo.\n"},
+        {"audio", "alac", "SampleRate must be from 1 to 768000, or Auto = -1.\n"},
+        {"video", "h264", "for that of the input, or Auto = 0/1.\n"},
+        {"format", "flv", "AudioCodec/CodecId: auto mp3 aac\n"},
+    };
+    for (const auto& [kind, name, added] : cases) {
+        SCOPED_TRACE(added);
+        const Surroundings wide{.variables = {{"COLUMNS", "1000"}}};
+        EXPECT_THAT(Call({"show", kind, name, "--auto"}, wide).out, HasSubstr(added));
+        EXPECT_THAT(Call({"show", kind, name}, wide).out, Not(HasSubstr(added)));
+    }
+    const Json alac = Call({"show", "--auto", "audio", "alac", "--json"}).AsJson();
+    EXPECT_EQ(alac["auto"], true);
+    EXPECT_EQ(alac["rules"][0]["then"]["max"], 768000);
+    EXPECT_EQ(alac["rules"][0]["then"]["auto"], -1);
+    EXPECT_EQ(Call({"show", "--auto", "filter", "AudioResample"}).status, 0);
+    EXPECT_THAT(Call({"show", "--auto", "video", "auto"}).err, HasSubstr("There is no video codec"));
+}
+
 TEST(Show, AnswersInTheDocumentedShape) {
     EXPECT_EQ(Call({"show", "filter", "AudioVolume", "--json"}).out, R"({
   "command": "show",
   "status": 0,
   "kind": "filter",
   "name": "AudioVolume",
+  "auto": false,
   "defaults": {
     "AudioVolume": {
       "VolumePercent": 100
@@ -142,6 +169,29 @@ TEST(CommandLine, HelpAndVersionAreNoFailures) {
     const Result help = Call({"convert", "--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_THAT(help.out, AllOf(HasSubstr("INPUT"), HasSubstr("OUTPUT"), HasSubstr("--set"), Not(HasSubstr("{"))));
+}
+
+TEST(Fits, TellWhereACodecGoesAndWhyNot) {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"vp9", "webm", "yes"},
+        {"aac", "mka", "yes"},  // written by another container's muxer
+        {"opus", "webm", "yes"},
+        {"vp9", "mov", "refused by the muxer"},
+        {"vp9", "mpegts", "would not read back as vp9"},
+        {"png", "bmp", "bmp alone"},
+    };
+    for (const auto& [codec, container, answer] : rows) {
+        const Result result = Call({"fits", codec, container});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_THAT(result.out, testing::HasSubstr(answer)) << codec << " " << container;
+    }
+    const Json all = Call({"fits", "--codec", "h264", "--json"}).AsJson();
+    EXPECT_EQ(all["fits"].size(), Call({"list", "formats", "--json"}).AsJson()["formats"].size());
+    EXPECT_GT(Call({"fits", "--format", "mp4", "--json"}).AsJson()["fits"].size(), 60U);
+    for (const Arguments& wrong :
+         {Arguments{"fits"}, {"fits", "nope", "mp4"}, {"fits", "aac", "nope"}, {"fits", "aac", "--codec", "mp3"}}) {
+        EXPECT_EQ(Call(wrong).status, 2);
+    }
 }
 
 }  // namespace

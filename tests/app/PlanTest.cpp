@@ -133,6 +133,63 @@ TEST_F(Plans, TellWhatWasChosen) {
     EXPECT_EQ(plan["corrections"][0]["after"], 160);  // an even width
 }
 
+TEST_F(Plans, SettleWhatIsLeftToTheProgram) {
+    const std::string rate = kResampler + "SampleRate";
+    const std::string layout = kResampler + "Layout";
+    const std::string fps = kVideo + "VideoFrameRate/Fps";
+    const std::string mode = kAudio + "AudioCodec/RateControl";
+    const std::string bitrate = kAudio + "AudioCodec/BitRate";
+    const std::string codec = kAudio + "AudioCodec/CodecId";
+    const struct {
+        Arguments arguments;
+        std::string setting;
+        std::string value;
+        std::string reason;
+    } cases[] = {
+        {{"--format", "mp4"}, rate, "96000", "auto: the input has 96000"},
+        {{"--format", "mp4"}, layout, "5.1", "auto: the input has 5.1"},
+        {{"--format", "mp4"}, codec, "aac", "auto: the default of mp4"},
+        {{"--format", "mp4"}, mode, "cbr", "auto: constant, and the bitrate is left to the program"},
+        {{"--format", "matroska", "--audio", "mp3"},
+         rate,
+         "48000",
+         "auto: nearest to the input's 96000 that mp3 takes"},
+        {{"--format", "mp4", "--audio", "mp3"}, layout, "stereo", "auto: nearest to the input's 5.1 that mp3 takes"},
+        {{"--format", "flv", "--audio", "mp3"},
+         rate,
+         "44100",
+         "auto: nearest to the input's 96000 that the container flv and mp3 take"},
+        {{"--format", "mka", "--audio", "dts"},
+         layout,
+         "5.1(side)",
+         "auto: nearest to the input's 5.1 that FFmpeg's encoder dca takes"},
+        {{"--format", "matroska", "--audio", "alac"}, mode, "vbr", "auto: RateControl of alac must be vbr."},
+        {{"--format", "gif"}, fps, "24000/1001", "auto: the input has 24000/1001"},
+        {{"--format", "dvd"}, fps, "30000/1001", "auto: nearest to the input's 24000/1001 that dvd ntsc takes"},
+        {{"--format", "mp4", "--set", kVideo + "VideoCodec/Fps=25"},
+         fps,
+         "25/1",
+         "auto: what the stream's other settings ask for"},
+    };
+    for (const auto& [arguments, setting, value, reason] : cases) {
+        Arguments automatic = arguments;
+        automatic.insert(automatic.end(), {"--set", setting + "=auto"});
+        SCOPED_TRACE(::testing::PrintToString(automatic));
+        const Json plan = Planned(automatic);
+        std::map<std::string, std::pair<std::string, std::string>> chosen;
+        for (const Json& choice : plan["choices"]) chosen[choice["path"]] = {choice["value"], choice["reason"]};
+        EXPECT_EQ(chosen[setting], std::pair(value, reason));
+        for (const Json& correction : plan["corrections"]) EXPECT_NE(correction["path"], setting);
+    }
+    // One bitrate is told: the one that the output has.
+    const Json dts = Planned({"--format", "mka", "--audio", "dts", "--set", mode + "=auto", "--set", rate + "=auto"});
+    EXPECT_EQ(dts["corrections"].size(), 1U);  // the layout
+    for (const Json& choice : dts["choices"]) {
+        if (choice["path"] != bitrate) continue;
+        EXPECT_EQ(choice["value"], dts["settings"]["Streams"][0]["AudioCodec"]["BitRate"].dump());
+    }
+}
+
 TEST_F(Plans, RefuseWhatCannotBeUsed) {
     const std::string preset = PresetFile("mp4-h264-aac");
     const struct {
@@ -158,6 +215,9 @@ TEST_F(Plans, RefuseWhatCannotBeUsed) {
          kVideo + "VideoCodec/Quality",
          "Quality="},
         {{"--preset", preset, "--set", kVideo + "VideoFrameRate/Fps=7"}, kVideo + "VideoFrameRate/Fps", "Fps=8/1"},
+        {{"--preset", preset, "--set", kVideo + "VideoResize/Resizer/FrameSizeMode=auto"},
+         kVideo + "VideoResize/Resizer/FrameSizeMode",
+         "FrameSizeMode=original"},
         {{"--preset", preset, "--set", kAudio + "AudioVolume/VolumePercent=201"},
          kAudio + "AudioVolume/VolumePercent",
          "VolumePercent=200"},

@@ -108,6 +108,10 @@ TEST_F(PresetFiles, AreReadWholeOrRefused) {
         {video + R"("Fps":"30/0"}}]})", {"Streams/0/VideoCodec/Fps must be a ratio"}},
         {video + R"("Fps":29.97}}]})", {"Streams/0/VideoCodec/Fps must be a ratio", "30000/1001"}},
         {video + R"("Cover":1}}]})", {"must be true or false, not 1"}},
+        {audio + R"("BitRate":"auto"}}]})", {"must be an integer, not \"auto\""}},
+        {video + R"("Fps":"auto"}}]})", {"Streams/0/VideoCodec/Fps must be a ratio"}},
+        {audio + R"("RateControl":"cbr"},"AudioResample":{"Resampler":{"SampleRate":"Auto"}}}]})",
+         {"must be an integer, not \"Auto\""}},
     };
     for (const auto& [preset, says] : cases) {
         SCOPED_TRACE(preset);
@@ -125,7 +129,11 @@ TEST_F(PresetFiles, ThatAreWellFormedGoOnToTheInput) {
                                R"({"Format":{"Container":"mp4"},"Streams":[{"TypeId":"audio"},{"TypeId":"subtitle"}]})",
                                R"({"Format":{"Container":"mp4"},"Streams":[{"TypeId":"video","VideoCodec":
                                    {"CodecId":"auto","Threads":4,"BitsPerPixel":24,"Fps":25,"Cover":false,
-                                    "EncodeOptions":{"ApprovedVbrOnly":true}}}]})"}) {
+                                    "EncodeOptions":{"ApprovedVbrOnly":true}}}]})",
+                               R"({"Format":{"Container":"mp4"},"Streams":[{"TypeId":"audio","AudioCodec":
+                                   {"CodecId":"auto","RateControl":"auto"},"AudioResample":{"Resampler":
+                                   {"SampleRate":"auto","Layout":"auto"}}},
+                                   {"TypeId":"video","VideoFrameRate":{"Fps":"auto"}}]})"}) {
         SCOPED_TRACE(preset);
         const Result result = Plan(preset);
         EXPECT_EQ(result.status, 2);
@@ -145,9 +153,11 @@ TEST_F(PresetFiles, TakeChangesFromTheCommandLine) {
     } cases[] = {
         {"Streams/TypeId=audio/AudioCodec/BitRate=128000", 2, "absent.mkv"},
         {"Streams/0/AudioResample/Resampler/SampleRate=44100", 2, "absent.mkv"},
+        {"Streams/0/AudioResample/Resampler/SampleRate=auto", 2, "absent.mkv"},
         {"Streams/0/AudioCodec/CodecId=mp3", 2, "absent.mkv"},
         {"Format/Container=matroska", 2, "absent.mkv"},
         {"Streams/TypeId=audio/AudioCodec/BitRate=1e5", 3, "must be an integer"},
+        {"Streams/TypeId=audio/AudioCodec/BitRate=auto", 3, "must be an integer"},
         {"Streams/TypeId=audio/AudioCodec/BitRte=1", 3, "\"BitRate\""},
         {"Streams/TypeId=audio/AudioCodec=1", 3, "must be a node"},
         {"Streams/TypeId=audio=1", 3, "is a stream"},

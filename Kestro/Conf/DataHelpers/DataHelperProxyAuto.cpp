@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Kestro/Conf/DataHelpers/ConstraintRange.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
 #include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
@@ -26,13 +27,19 @@ public:
         : automatic_(std::move(automatic)), own_(std::move(own)) {}
 
     void FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const override {
-        consumer->AddValue(automatic_.Name(), automatic_);
+        // Beside bounds a value would pass for the whole of a list.
+        if (dynamic_cast<const ConstraintRange*>(own_.get()) == nullptr) {
+            consumer->AddValue(automatic_.Name(), automatic_);
+        }
         own_->FillValueList(consumer);
     }
     bool IsValid(const Core::Property& value) const override { return value == automatic_ || own_->IsValid(value); }
     bool CorrectValue(Core::Property& value) const override { return value == automatic_ || own_->CorrectValue(value); }
     std::string GetDescription(const std::string& settingName) const override {
-        return own_->GetDescription(settingName);
+        if (own_->GetDescription(settingName).empty()) return {};
+        const auto consumer = FakeConstraintConsumer::Create();
+        FillValueList(consumer);
+        return ConstraintSet::Create(automatic_.Type(), consumer->GetResult())->GetDescription(settingName);
     }
 
 private:
@@ -65,7 +72,8 @@ Core::Property AutomaticValue(const std::string& path) {
 
 }  // namespace
 
-DataHelperProxyAuto::DataHelperProxyAuto(boost::intrusive_ptr<const IDataHelper> helper) : helper_(std::move(helper)) {}
+DataHelperProxyAuto::DataHelperProxyAuto(std::string type, boost::intrusive_ptr<const IDataHelper> helper)
+    : type_(std::move(type)), helper_(std::move(helper)) {}
 
 Core::Property DataHelperProxyAuto::GetDefaultSettings() const { return helper_->GetDefaultSettings(); }
 
@@ -76,7 +84,7 @@ void DataHelperProxyAuto::FillValidationRules(ValidationRuleList& rules) const {
     helper_->FillValidationRules(own);
     for (auto& [path, rule] : own) {
         const Core::Property automatic = AutomaticValue(rule->GetSecondName());
-        if (!automatic.IsEmpty()) {
+        if (!automatic.IsEmpty() && !rule->GetSecondConstraint()->IsValid(automatic)) {
             rule = PairValidationRule::Create(rule->GetFirstName(), rule->GetFirstConstraint(), rule->GetSecondName(),
                                               new ConstraintOrAuto(automatic, rule->GetSecondConstraint()));
         }
@@ -108,5 +116,5 @@ void DataHelperProxyAuto::CorrectFormatCodec(Core::Property& codec) const { help
 
 const boost::intrusive_ptr<const Kestro::Conf::IDataHelper> CreateDataHelperAuto(const std::string& type,
                                                                                  const std::string& name) {
-    return new Kestro::Conf::DataHelperProxyAuto(CreateDataHelper(type, name));
+    return new Kestro::Conf::DataHelperProxyAuto(type, CreateDataHelper(type, name));
 }

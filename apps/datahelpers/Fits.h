@@ -1,0 +1,32 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "Kestro/Core/Property.h"
+
+#include "JsonTree.h"
+
+namespace App {
+
+/// Whether a container stores a codec.
+struct Fit {
+    std::string codec;
+    std::string container;
+    std::string muxer;  ///< FFmpeg's; empty when it has none for the container
+    bool fits = false;
+    std::string reason;  ///< of a no
+};
+
+/// What the library says of a codec node's stream in what that muxer writes; the codec's tag is left to the muxer.
+bool MuxerTakes(const std::string& muxer, const Kestro::Core::Property& codec);
+
+/// One codec in one container, or either with all of the other when it is empty. Throws Failure (WrongUsage) for names
+/// that the library does not know.
+std::vector<Fit> FindFits(const std::string& codec, const std::string& container);
+
+Json ToJson(const std::vector<Fit>& fits);
+void Print(std::ostream& out, const std::vector<Fit>& fits);
+
+}  // namespace App
