@@ -7,6 +7,7 @@
 #include "Kestro/Conf/DataHelpers/CodecSheet.h"
 #include "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
+#include "Kestro/Conf/DataHelpers/VideoCodecs/DataHelperVideoCodecWmv3.h"
 #include "Kestro/Conf/GetDefaultVideoBitrate.h"
 #include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
@@ -124,6 +125,13 @@ TEST(CodecBase, VideoPresets) {
         part.RemoveChild(tag);
         EXPECT_THROW(apply("p{RateControl=cbr_auto}", part), PropertyException) << tag;
     }
+}
+
+TEST(CodecBase, Wmv3StaysOutOfTheRegistry) {
+    const boost::intrusive_ptr<const IDataHelper> wmv3 = new DataHelperVideoCodecWmv3();
+    EXPECT_EQ(Dump(wmv3->GetDefaultSettings()),
+              "VideoCodec{CodecId=wmv3,RateControl=cbr,BitRate=2000000,EncodeOptions,GlobalHeader=true}");
+    EXPECT_THROW(CreateDataHelper(IPreset::KEY_FILTER_VIDEO_CODEC, "wmv3"), HelperException);
 }
 
 TEST(CodecBase, AnUnknownStreamTypeIsRefused) {

@@ -7,6 +7,7 @@
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
 #include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
+#include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatF4a.h"
 #include "Kestro/Conf/DataHelpers/FormatSheet.h"
 #include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
@@ -17,6 +18,7 @@
 
 #include "tests/CallLog.h"
 #include "tests/Failure.h"
+#include "tests/Trees.h"
 
 namespace Kestro::Conf {
 namespace {
@@ -196,6 +198,17 @@ TEST(FormatBase, ListsOfCodecsHoldTheirDefault) {
     refuse({}, "", "List of available codecs is empty", 202);
     refuse({"a", "b"}, "B", "Default codecB is not presented in list of avalible codecs", 207);
     refuse({"a"}, "", "Default codec is not presented in list of avalible codecs", 207);
+}
+
+TEST(FormatBase, F4aStaysOutOfTheRegistry) {
+    const boost::intrusive_ptr<const DataHelperFormatF4a> f4a = new DataHelperFormatF4a();
+    EXPECT_EQ(f4a->DefaultAudioCodec(), "aac");
+    EXPECT_THROW(f4a->VideoCodecsConstraint(), HelperException);
+    Property codec = TreeOf("CodecAudio{CodecId=mp3,SampleRate=48000}");
+    f4a->CorrectFormatCodec(codec);
+    EXPECT_EQ(Dump(codec), "CodecAudio{CodecId=mp3,SampleRate=44100}");
+    const auto registered = CreateDataHelper(IPreset::KEY_FORMAT, IFormatFile::FORMAT_F4A);
+    EXPECT_EQ(dynamic_cast<const DataHelperFormatF4a*>(registered.get()), nullptr);
 }
 
 }  // namespace

@@ -52,4 +52,11 @@ inline constexpr SettingRow kOptionalVideoQuality{.tag = IFormatCodec::TAG_QUALI
 inline constexpr SettingRow kVideoQuality{
     .tag = IFormatCodec::TAG_QUALITY, .initial = 50, .allowed = Shared{QualityRange}};
 
+/// The settings of encoders that have nothing of their own to set: without and with a quality by default, and with the
+/// extradata in the container's header.
+inline constexpr SettingRow kPlainVideo[] = {kCbrOrVbrMode, kVideoBitrate, kOptionalVideoQuality};
+inline constexpr SettingRow kPlainVideoOfQuality[] = {kCbrOrVbrMode, kVideoBitrate, kVideoQuality};
+inline constexpr SettingRow kPlainVideoOfHeader[] = {kCbrOrVbrMode, kVideoBitrate, kOptionalVideoQuality,
+                                                     kGlobalHeader};
+
 }  // namespace Kestro::Conf

@@ -7,15 +7,10 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    kOptionalVideoQuality,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_FLV1,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = kPlainVideo,
     .frameRates = kAnyFrameRate,
 };
 static_assert(IsSound(kSheet));

@@ -10,15 +10,10 @@ namespace {
 // Sub-QCIF to 16CIF (ITU-T H.263, table 1).
 constexpr FrameSize kSizes[] = {{128, 96}, {176, 144}, {352, 288}, {704, 576}, {1408, 1152}};
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    kVideoQuality,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_H263,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = kPlainVideoOfQuality,
     .frameSizes = FrameSizes{kSizes},
     .frameRates = kAnyFrameRate,
 };

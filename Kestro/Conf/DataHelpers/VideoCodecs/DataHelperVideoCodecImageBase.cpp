@@ -7,15 +7,10 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    kVideoQuality,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_PNG,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = kPlainVideoOfQuality,
     .frameRates = kAnyFrameRate,
 };
 static_assert(IsSound(kSheet));

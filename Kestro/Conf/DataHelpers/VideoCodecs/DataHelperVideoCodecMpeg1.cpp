@@ -7,16 +7,10 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    kOptionalVideoQuality,
-    kGlobalHeader,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_MPEG1VIDEO,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = kPlainVideoOfHeader,
     .widths = kMpegWidths,
     .heights = kMpegHeights,
     .frameRates = Rates{FrameRates::kMpeg},

@@ -7,15 +7,10 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    kOptionalVideoQuality,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_VP8,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = kPlainVideo,
 };
 static_assert(IsSound(kSheet));
 

@@ -7,16 +7,10 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    kOptionalVideoQuality,
-    kGlobalHeader,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_WMV2,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = kPlainVideoOfHeader,
 };
 static_assert(IsSound(kSheet));
 
