@@ -94,6 +94,8 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     AddPlanOptions(*convert, arguments.plan);
     convert->add_option("OUTPUT", arguments.output, "The file to write; it appears when it is complete")->required();
 
+    convert->add_flag("--sequence", arguments.isSequence, "All pictures of the input, into the new folder OUTPUT");
+
     for (CLI::App* command : {list, show, fits, plan, convert}) {
         command->add_flag("--json", arguments.json, "Report in JSON on standard output");
     }

@@ -31,6 +31,7 @@ struct Arguments {
     std::string container;             ///< fits: empty for all
     PlanOptions plan;                  ///< plan, convert
     std::string output;                ///< convert
+    bool isSequence = false;           ///< convert
 };
 
 /// Whether the command line asks for JSON; also of one that cannot be understood.

@@ -108,6 +108,32 @@ void Verify(const Plan& plan, const std::string& path, Conversion& conversion) {
     }
 }
 
+/// Runs ffmpeg as often as the plan asks for. temporary: what it writes, for output.
+void Run(const Plan& plan, const std::vector<ArgumentList>& runs, const std::string& temporary,
+         const std::string& output, SignalGuard& signals, Progress::Style style, Conversion& conversion) {
+    const std::string program = FindProgram(kProgram);
+    Progress progress(style, plan.input.duration, runs.size());
+    for (const ArgumentList& arguments : runs) {
+        progress.BeginPass();
+        Messages messages;
+        const auto onError = [&](std::string_view line) {
+            // Some versions end well although the last part of the file could not be written; they say so.
+            if (line.find(temporary) != std::string_view::npos) messages.outputFailed = true;
+            messages.lines.push_back(Printable(Replaced(std::string(line), FileUrl(temporary), output)));
+            if (messages.lines.size() > kKeptMessages) messages.lines.pop_front();
+        };
+        const ChildEnd end = RunChild(
+            program, arguments, signals, [&progress](std::string_view line) { progress.Read(line); }, onError);
+        if (!end.exited || end.status != 0 || messages.outputFailed) ThrowFfmpegFailed(messages, end);
+        conversion.messages.insert(conversion.messages.end(), messages.lines.begin(), messages.lines.end());
+    }
+}
+
+int64_t SizeOf(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_size : 0;
+}
+
 }  // namespace
 
 void CheckConverter(const Plan& plan) {
@@ -132,7 +158,6 @@ void CheckConverter(const Plan& plan) {
 }
 
 Conversion Convert(const Plan& plan, const std::string& output, Progress::Style style) {
-    const std::string program = FindProgram(kProgram);
     SignalGuard signals;
     OutputFile file(output);
     const std::string& temporary = file.TemporaryPath();
@@ -141,30 +166,37 @@ Conversion Convert(const Plan& plan, const std::string& output, Progress::Style 
 
     Conversion conversion;
     const auto runs = FfmpegRuns(plan, temporary, passes ? passes->Path() : std::string());
-    {
-        Progress progress(style, plan.input.duration, runs.size());
-        for (const ArgumentList& arguments : runs) {
-            progress.BeginPass();
-            Messages messages;
-            const auto onError = [&](std::string_view line) {
-                // Some versions end well although the last part of the file could not be written; they say so.
-                if (line.find(temporary) != std::string_view::npos) messages.outputFailed = true;
-                messages.lines.push_back(Printable(Replaced(std::string(line), FileUrl(temporary), output)));
-                if (messages.lines.size() > kKeptMessages) messages.lines.pop_front();
-            };
-            const ChildEnd end = RunChild(
-                program, arguments, signals, [&progress](std::string_view line) { progress.Read(line); }, onError);
-            if (!end.exited || end.status != 0 || messages.outputFailed) ThrowFfmpegFailed(messages, end);
-            conversion.messages.insert(conversion.messages.end(), messages.lines.begin(), messages.lines.end());
-        }
-    }
+    Run(plan, runs, temporary, output, signals, style, conversion);
     Verify(plan, temporary, conversion);
-    struct stat status {};
-    if (stat(temporary.c_str(), &status) == 0) conversion.size = status.st_size;
+    conversion.size = SizeOf(temporary);
     StopIfAsked(signals);
     file.Commit();
     conversion.output = output;
     conversion.written.path = output;
+    return conversion;
+}
+
+Conversion ConvertToSequence(const Plan& plan, const std::string& folder, Progress::Style style) {
+    if (!IsImageMuxer(MuxerName(plan.FormatSettings()))) {
+        throw Failure(ExitStatus::NotAcceptable, Problem{.message = "A sequence is of pictures; the container " +
+                                                                    plan.container + " holds all of them itself.",
+                                                         .wayOut = "leave out --sequence"});
+    }
+    SignalGuard signals;
+    OutputFolder output(folder);
+    Conversion conversion;
+    Run(plan, FfmpegRuns(plan, output.TemporaryPath(), {}, true), output.TemporaryPath(), folder, signals, style,
+        conversion);
+    Verify(plan, output.TemporaryPath() + "/" + PictureName(plan, 1), conversion);
+    conversion.files = 0;
+    while (const int64_t size = SizeOf(output.TemporaryPath() + "/" + PictureName(plan, conversion.files + 1))) {
+        conversion.size += size;
+        ++conversion.files;
+    }
+    StopIfAsked(signals);
+    output.Commit();
+    conversion.output = folder;
+    conversion.written.path = folder + "/" + PictureName(plan, 1);
     return conversion;
 }
 

@@ -320,6 +320,31 @@ void AddStream(const Plan& plan, std::size_t planned, std::size_t index, int pas
     if (pass != 0 && IsTwoPass(codec)) AddPass(stream, pass, passDirectory, options);
 }
 
+/// How the files of a picture codec end, where that is not its name.
+struct Extension {
+    const std::string& codecId;
+    const char* extension;
+};
+
+std::string PictureExtension(const Plan& plan) {
+    static const Extension kExtensions[] = {
+        {IFormatCodecVideo::CODEC_ID_MJPEG, "jpg"},  {IFormatCodecVideo::CODEC_ID_JPEG2000, "jp2"},
+        {IFormatCodecVideo::CODEC_ID_JPEGLS, "jls"}, {IFormatCodecVideo::CODEC_ID_TARGA, "tga"},
+        {IFormatCodecVideo::CODEC_ID_TIFF, "tif"},
+    };
+    const std::string& codecId = plan.streams.front().codecId;
+    const auto row =
+        std::ranges::find_if(kExtensions, [&](const Extension& entry) { return entry.codecId == codecId; });
+    return row != std::end(kExtensions) ? row->extension : codecId;
+}
+
+/// A name in which the muxer finds no number.
+std::string EscapedPattern(const std::string& name) {
+    std::string escaped;
+    for (const char c : name) escaped += c == '%' ? "%%" : std::string(1, c);
+    return escaped;
+}
+
 ArgumentList InputArguments(const Plan& plan) {
     ArgumentList arguments{"-hide_banner", "-nostdin",      "-y", "-loglevel", "error", "-progress",
                            "pipe:1",       "-stats_period", "0.2"};
@@ -339,7 +364,14 @@ bool IsTwoPass(const Plan& plan) {
     return false;
 }
 
-std::vector<ArgumentList> FfmpegRuns(const Plan& plan, const std::string& output, const std::string& passDirectory) {
+std::string PictureName(const Plan& plan, int number) {
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "%06d.", number);
+    return digits + PictureExtension(plan);
+}
+
+std::vector<ArgumentList> FfmpegRuns(const Plan& plan, const std::string& output, const std::string& passDirectory,
+                                     bool isSequence) {
     std::vector<ArgumentList> runs;
     const bool twoPass = IsTwoPass(plan);
     if (twoPass) {
@@ -356,6 +388,10 @@ std::vector<ArgumentList> FfmpegRuns(const Plan& plan, const std::string& output
     const std::string muxer = MuxerName(plan.FormatSettings());
     if (Flag(plan.FormatSettings(), IFormatFile::TAG_PROGRESSIVE_READ) && HasMovableIndex(muxer)) {
         last.insert(last.end(), {"-movflags", "+faststart"});
+    }
+    if (isSequence) {
+        last.insert(last.end(), {"-f", muxer, FileUrl(EscapedPattern(output) + "/%06d." + PictureExtension(plan))});
+        return runs;
     }
     // The one picture goes under the name as it is, whatever pattern it may look like.
     if (IsImageMuxer(muxer)) last.insert(last.end(), {"-frames:v", "1", "-update", "1"});

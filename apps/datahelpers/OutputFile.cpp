@@ -123,6 +123,28 @@ void OutputFile::Commit() {
     Sync(DirectoryOf(path_), O_RDONLY | O_DIRECTORY);
 }
 
+OutputFolder::OutputFolder(const std::string& path) : path_(path) {
+    while (path_.size() > 1 && path_.ends_with('/')) path_.pop_back();
+    struct stat status {};
+    if (lstat(path_.c_str(), &status) == 0) ThrowUnwritable(path, "it is there already", ExitStatus::WrongUsage);
+    const std::string temporary = DirectoryOf(path_) + "/" + RandomName();
+    if (mkdir(temporary.c_str(), 0777) != 0) ThrowUnwritable(path, std::strerror(errno), ExitStatus::WrongUsage);
+    temporary_ = temporary;
+}
+
+OutputFolder::~OutputFolder() {
+    std::error_code none;
+    if (!temporary_.empty()) std::filesystem::remove_all(temporary_, none);
+}
+
+void OutputFolder::Commit() {
+    if (std::rename(temporary_.c_str(), path_.c_str()) != 0) {
+        ThrowUnwritable(path_, std::strerror(errno), ExitStatus::ConversionFailed);
+    }
+    temporary_.clear();
+    Sync(DirectoryOf(path_), O_RDONLY | O_DIRECTORY);
+}
+
 TemporaryDirectory::TemporaryDirectory() {
     const char* base = std::getenv("TMPDIR");
     path_ = std::string(base != nullptr && *base != '\0' ? base : "/tmp") + "/datahelpers-XXXXXX";

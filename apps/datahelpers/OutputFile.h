@@ -27,6 +27,24 @@ private:
     std::string temporary_;
 };
 
+/// A folder that appears under its name, with all that is in it, when it is complete.
+class OutputFolder {
+public:
+    /// Throws Failure (WrongUsage) for a name that is taken, or cannot be written.
+    explicit OutputFolder(const std::string& path);
+    ~OutputFolder();
+    OutputFolder(const OutputFolder&) = delete;
+    OutputFolder& operator=(const OutputFolder&) = delete;
+
+    const std::string& TemporaryPath() const noexcept { return temporary_; }
+    /// Throws Failure (ConversionFailed).
+    void Commit();
+
+private:
+    std::string path_;
+    std::string temporary_;
+};
+
 /// A directory for one run, for its owner alone; goes with all that is in it.
 class TemporaryDirectory {
 public:

@@ -134,7 +134,8 @@ Plan MakePlan(const PlanOptions& options) {
     }
     CheckLimits(preset, plan);
     if (IsImageMuxer(MuxerName(plan.FormatSettings()))) {
-        plan.notes.push_back("The container " + preset.container + " holds one picture: the first of the input.");
+        plan.notes.push_back("The container " + preset.container +
+                             " holds one picture; without --sequence it is the first of the input.");
     }
     NoteLeftStreams(plan);
     return plan;

@@ -125,6 +125,7 @@ Json ToJson(const Plan& plan) {
 
 Json ToJson(const Conversion& conversion) {
     return {{"size", conversion.size},
+            {"files", conversion.files},
             {"written", MediaJson(conversion.written)},
             {"differences", conversion.differences},
             {"messages", conversion.messages}};
@@ -178,7 +179,9 @@ void PrintChanges(std::ostream& out, const Plan& plan, std::size_t width) {
 }
 
 void Print(std::ostream& out, const Conversion& conversion, std::size_t width) {
-    out << "Wrote " << SizeText(conversion.size) << "\n  ";
+    out << "Wrote ";
+    if (conversion.files > 1) out << conversion.files << " pictures, ";
+    out << SizeText(conversion.size) << "\n  ";
     PrintMedia(out, conversion.written);
     for (const std::string& difference : conversion.differences) PrintIndented(out, difference, 2, width);
     if (conversion.messages.empty()) return;

@@ -61,7 +61,7 @@ Json PlanOnly(const Arguments& arguments) {
 
 Json PlanAndConvert(const Arguments& arguments) {
     const std::size_t width = TerminalWidth(STDOUT_FILENO);
-    OutputFile::Check(arguments.output, arguments.plan.input);
+    if (!arguments.isSequence) OutputFile::Check(arguments.output, arguments.plan.input);
     const Plan plan = MakePlan(arguments.plan);
     CheckConverter(plan);
     if (!arguments.json) {
@@ -70,7 +70,9 @@ Json PlanAndConvert(const Arguments& arguments) {
     }
     const bool onTerminal = isatty(STDERR_FILENO) != 0;
     const auto lines = arguments.json ? Progress::Style::None : Progress::Style::Lines;
-    const Conversion conversion = Convert(plan, arguments.output, onTerminal ? Progress::Style::Bar : lines);
+    const auto style = onTerminal ? Progress::Style::Bar : lines;
+    const Conversion conversion = arguments.isSequence ? ConvertToSequence(plan, arguments.output, style)
+                                                       : Convert(plan, arguments.output, style);
     if (!arguments.json) Print(std::cout, conversion, width);
     Json json = ToJson(plan);
     json["output"] = ToJson(conversion);

@@ -80,6 +80,18 @@ TEST_F(Conversions, KeepTheCoverAttached) {
     }
 }
 
+TEST_F(Conversions, MakeSequencesOfPictures) {
+    const std::string frames = folder_ / "frames %d";  // a number in a name is no pattern
+    const Result result = Call({"convert", clip_, frames, "--format", "targa", "--sequence", "--json"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.AsJson()["output"]["files"], 24);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(frames), {}), 24);
+    EXPECT_TRUE(std::filesystem::exists(frames + "/000024.tga"));
+    EXPECT_EQ(Call({"convert", clip_, frames, "--format", "png", "--sequence"}).status, 2) << "it is there already";
+    EXPECT_EQ(Call({"convert", clip_, folder_ / "other", "--format", "mp4", "--sequence"}).status, 3);
+    EXPECT_THAT(folder_.Names(), ::testing::UnorderedElementsAre("clip.mkv", "frames %d"));
+}
+
 TEST_F(Conversions, AHigherQualityIsNoCoarser) {
     const std::pair<const char*, const char*> codecs[] = {
         {"h264", "mp4"}, {"hevc", "mp4"},          {"mpeg4", "mp4"},       {"vp8", "webm"},
