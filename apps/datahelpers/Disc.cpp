@@ -93,9 +93,9 @@ const Disc* Disc::Find(const Property& format) {
     return row != rows.end() ? &row->disc : nullptr;
 }
 
-Ratio Disc::PixelShape(const FrameSize& frame, double pictureShape) const {
+Ratio TelevisionPixels(const FrameSize& frame, double pictureShape, bool mayBeWide) {
     constexpr double kBetween = (4.0 / 3.0 + 16.0 / 9.0) / 2.0;
-    const Ratio screen = isWide && pictureShape > kBetween ? Ratio(16, 9) : Ratio(4, 3);
+    const Ratio screen = mayBeWide && pictureShape > kBetween ? Ratio(16, 9) : Ratio(4, 3);
     return screen * Ratio(frame.height, frame.width);
 }
 

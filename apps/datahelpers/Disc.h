@@ -19,11 +19,11 @@ struct Disc {
 
     /// Of the container and the television system in a format node; null for what is no disc.
     static const Disc* Find(const Kestro::Core::Property& format);
-
-    /// What pixels must be so that the frame is shown at 4:3, or 16:9 where that is nearer to the picture's shape (its
-    /// width by its height) and the disc has it.
-    boost::rational<int64_t> PixelShape(const FrameSize& frame, double pictureShape) const;
 };
+
+/// What pixels must be so that a television shows the frame at 4:3, or at 16:9 where that may be and is nearer to the
+/// picture's shape (its width by its height).
+boost::rational<int64_t> TelevisionPixels(const FrameSize& frame, double pictureShape, bool mayBeWide);
 
 /// What a disc demands of frame size and rate; nothing for another container.
 void AddDiscDemands(const Kestro::Core::Property& format, Demands& demands);

@@ -74,7 +74,7 @@ Property StreamPlanner::Settle() {
     Correct(*encoder_, "the encoder " + stream_.codecId, stream_.kind->codecKey);
     FitUnasked(true);
     CheckAll();
-    ShapeForDisc();
+    ShapeForTelevision();
     TellAutomatic();
     ReportWhatIsNotUsed(stream_.settings, StreamNode(), {});
     return StreamNode();
@@ -316,8 +316,19 @@ void StreamPlanner::FitFrameSize(const Demand& demand) {
         return std::abs(size.width - before[widthTag].GetInt64()) +
                std::abs(size.height - before[heightTag].GetInt64());
     };
+    // First those at which the frame rate may stay, then the nearest.
+    const auto changesRate = [&](const FrameSize& size) {
+        codec_.SetChild(widthTag, size.width);
+        codec_.SetChild(heightTag, size.height);
+        const Property tree = RuleTree();
+        codec_ = before;
+        return std::ranges::any_of(demands_, [&](const Demand& other) {
+            return LastSegment(other.path) == IFormatCodecVideo::TAG_FPS && other.Applies(tree) && !IsMet(other, tree);
+        });
+    };
     const std::vector<FrameSize> sizes = demand.FrameSizes();
-    const FrameSize nearest = *std::ranges::min_element(sizes, {}, distance);
+    const auto order = [&](const FrameSize& size) { return std::pair(changesRate(size), distance(size)); };
+    const FrameSize nearest = *std::ranges::min_element(sizes, {}, order);
     for (Filter& filter : filters_) {
         if (filter.classId != IFilterResize::CLASS_ID) continue;
         Property& resizer = filter.settings[IResize::CLASS_ID];
@@ -332,14 +343,15 @@ void StreamPlanner::FitFrameSize(const Demand& demand) {
     }
 }
 
-void StreamPlanner::ShapeForDisc() {
+void StreamPlanner::ShapeForTelevision() {
     const Disc* disc = Disc::Find(plan_.FormatSettings());
-    if (disc == nullptr || stream_.kind->type != StreamType::Video) return;
+    const bool isDv = stream_.codecId == IFormatCodecVideo::CODEC_ID_DVVIDEO;
+    if (stream_.kind->type != StreamType::Video || (disc == nullptr && !isDv)) return;
     const double shape = static_cast<double>(source_.width) * boost::rational_cast<double>(source_.sampleAspectRatio) /
                          static_cast<double>(source_.height);
     const FrameSize frame{codec_[IFormatCodecVideo::TAG_WIDTH].GetInt64(),
                           codec_[IFormatCodecVideo::TAG_HEIGHT].GetInt64()};
-    const auto pixels = disc->PixelShape(frame, shape);
+    const auto pixels = TelevisionPixels(frame, shape, isDv || disc->isWide);
     codec_.SetChild(IFormatCodecVideo::TAG_ASPECTX, pixels.numerator());
     codec_.SetChild(IFormatCodecVideo::TAG_ASPECTY, pixels.denominator());
 }

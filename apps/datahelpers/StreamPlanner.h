@@ -44,8 +44,8 @@ private:
     void ApplyPreset();
     void Correct(const Kestro::Conf::IDataHelper& helper, const std::string& who, const std::string& nodeName);
     void FitUnasked(bool codecSettingsToo);
-    /// Gives the pixels of a disc's frame their shape, which its sizes do not have.
-    void ShapeForDisc();
+    /// Gives the pixels of discs and DV the shape that televisions take for granted.
+    void ShapeForTelevision();
     void FitFrameSize(const Demand& demand);
     void CheckAll() const;
     /// Tells what became of the settings that the preset leaves to the program by an automatic value.
