@@ -73,7 +73,7 @@ TEST(AudioCodecs, TheBitrateOfPcmIsExact) {
     }
 }
 
-TEST(AudioCodecs, LosslessEncodersNameWhatTheyDoNotTake) {
+TEST(AudioCodecs, NameWhatTheyDoNotTake) {
     const struct {
         const char* codec;
         const char* settings;
@@ -89,6 +89,11 @@ TEST(AudioCodecs, LosslessEncodersNameWhatTheyDoNotTake) {
         {"alac", "s{Layout='2.1'}", "Layout", "2.1"},
         {"alac", "s{SampleFmt=fltp}", "SampleFmt", "fltp"},
         {"wmav2", "s{SampleRate=96000}", "SampleRate", "96000"},
+        {"wmav2", "s{Layout='5.1'}", "Layout", "5.1"},
+        {"mp2", "s{Layout='3.0'}", "Layout", "3.0"},
+        {"ac3", "s{Layout='7.1'}", "Layout", "7.1"},
+        {"amr_nb", "s{Layout=stereo}", "Layout", "stereo"},
+        {"vorbis", "s{Layout='5.1(side)'}", "Layout", "5.1(side)"},
     };
     for (const auto& row : rows) {
         ExpectMessage<HelperException>(
