@@ -146,9 +146,9 @@ bool EncodeBitmapSubtitle(const AVCodec& codec, Sample& sample) {
     subtitle.end_display_time = 1000;
     subtitle.num_rects = 1;
     subtitle.rects = rects;
-    for (int i = 0; i < 2; ++i) {
+    for (int64_t i = 0; i < 2; ++i) {
         uint8_t data[16384];
-        subtitle.pts = i * 2 * int64_t{AV_TIME_BASE};
+        subtitle.pts = i * 2 * AV_TIME_BASE;
         const int size = avcodec_encode_subtitle(encoder.get(), data, sizeof data, &subtitle);
         if (size <= 0) return false;
         AddPacket(sample, std::string(reinterpret_cast<char*>(data), static_cast<std::size_t>(size)), i * 2000, 1000);
@@ -178,7 +178,7 @@ bool WriteText(AVCodecID id, Sample& sample) {
     } else if (id != AV_CODEC_ID_SUBRIP && id != AV_CODEC_ID_TEXT && id != AV_CODEC_ID_WEBVTT) {
         return false;
     }
-    for (int i = 0; i < 2; ++i) {
+    for (int64_t i = 0; i < 2; ++i) {
         const std::string line = id == AV_CODEC_ID_ASS ? std::to_string(i) + ",0,Default,,0,0,0,,Hello" : text;
         AddPacket(sample, line, i * 2000, 1000);
     }

@@ -4,10 +4,10 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 }
 
-#include <compare>
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace MuxerTest {
@@ -35,7 +35,10 @@ struct SampleKind {
     bool globalHeader = false;
     int sampleRate = 44100;  ///< Hz; of sound
     int channels = 2;        ///< in FFmpeg's usual layout for so many
-    auto operator<=>(const SampleKind&) const = default;
+
+    friend bool operator<(const SampleKind& a, const SampleKind& b) {
+        return std::tie(a.globalHeader, a.sampleRate, a.channels) < std::tie(b.globalHeader, b.sampleRate, b.channels);
+    }
 };
 
 /// Nothing for a codec that FFmpeg does not know, and where the encoder does not take the sample rate or the channels.
