@@ -9,6 +9,7 @@ extern "C" {
 
 #include "Kestro/Conf/CodecKinds.h"
 #include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
 
 namespace App {
 namespace {
@@ -23,13 +24,10 @@ struct OtherName {
     const char* muxer;
 };
 
+/// Names under which FFmpeg has no muxer, and what writes such files.
 const OtherName kOtherNames[] = {
-    {IFormatFile::FORMAT_MPEG2TS, "mpegts"}, {IFormatFile::FORMAT_MPEG1VIDEO, "mpeg"},
-    {IFormatFile::FORMAT_MPEG2VIDEO, "vob"}, {IFormatFile::FORMAT_WMV, "asf"},
-    {IFormatFile::FORMAT_WMA, "asf"},        {IFormatFile::FORMAT_M4A, "ipod"},
-    {IFormatFile::FORMAT_M4V, "ipod"},       {IFormatFile::FORMAT_M4B, "ipod"},
-    {IFormatFile::FORMAT_M4R, "ipod"},       {IFormatFile::FORMAT_F4A, "ipod"},
-    {IFormatFile::FORMAT_MKA, "matroska"},   {IFormatFile::FORMAT_SSA, "ass"},
+    {IFormatFile::FORMAT_M4B, "ipod"},     {IFormatFile::FORMAT_M4R, "ipod"}, {IFormatFile::FORMAT_F4A, "ipod"},
+    {IFormatFile::FORMAT_MKA, "matroska"}, {IFormatFile::FORMAT_SSA, "ass"},
 };
 
 }  // namespace
@@ -39,7 +37,7 @@ std::string MuxerName(const std::string& container) {
     if (other != std::end(kOtherNames)) return other->muxer;
     // Single pictures are named as their codec, and most have no muxer of their own.
     if (!MuxerExists(container) && Kestro::Conf::IsVideoCodec(container)) return kImageMuxer;
-    return container;
+    return Kestro::FFWrapper::MuxerNameFromFormatName(container);
 }
 
 std::string MuxerName(const Kestro::Core::Property& format) {

@@ -16,6 +16,7 @@ extern "C" {
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
+#include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
 
 #include "Truth.h"
 
@@ -122,12 +123,7 @@ TEST(CodecIsSupported, KnowsTheSoundThatMuxersInsistOn) {
 
 /// The muxer that writes a container; null where FFmpeg has none of that name.
 const AVOutputFormat* MuxerOf(const std::string& container) {
-    static const std::map<std::string, std::string> leads = {
-        {"mpeg2ts", "mpegts"}, {"mpeg1video", "mpeg"}, {"mpeg2video", "vob"}, {"wmv", "asf"},
-        {"wma", "asf"},        {"m4a", "ipod"},        {"m4v", "ipod"},
-    };
-    const auto other = leads.find(container);
-    return av_guess_format((other != leads.end() ? other->second : container).c_str(), nullptr, nullptr);
+    return av_guess_format(Kestro::FFWrapper::MuxerNameFromFormatName(container).c_str(), nullptr, nullptr);
 }
 
 TEST(CodecIsSupported, OfWhatAContainerOffers) {

@@ -19,6 +19,7 @@ extern "C" {
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
 #include "Kestro/Conf/IFormatCodecSubtitle.h"
 #include "Kestro/Conf/IPreset.h"
+#include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
 
 namespace MuxerTest {
 namespace {
@@ -134,9 +135,10 @@ Fate Try(const std::string& muxer, const std::vector<std::vector<const Sample*>>
 std::vector<std::string> Muxers() {
     std::set<std::string> muxers;
     for (const auto& [name, helper] : GetAvailableDataHelpers(Kestro::Conf::IPreset::KEY_FORMAT)) {
-        // These lead to the muxers of other names, which are there too.
-        if (name == "m4v" || name == "mpeg1video" || name == "mpeg2video") continue;
-        if (const AVOutputFormat* muxer = av_guess_format(name.c_str(), nullptr, nullptr)) muxers.insert(muxer->name);
+        const std::string& muxerName = Kestro::FFWrapper::MuxerNameFromFormatName(name);
+        if (const AVOutputFormat* muxer = av_guess_format(muxerName.c_str(), nullptr, nullptr)) {
+            muxers.insert(muxer->name);
+        }
     }
     return {muxers.begin(), muxers.end()};
 }

@@ -4,27 +4,11 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "Kestro/Conf/DataHelpers/Sheet.h"
-#include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
 
 namespace Kestro::Conf {
 
 namespace {
-
-/// Container names under which FFmpeg has no muxer of its own, and the muxer that writes them.
-struct MuxerName {
-    Text container;
-    Text muxer;
-};
-constexpr MuxerName kMuxerNames[] = {
-    {IFormatFile::FORMAT_MPEG2TS, IFormatFile::FORMAT_MPEGTS},
-    {IFormatFile::FORMAT_MPEG1VIDEO, IFormatFile::FORMAT_MPEG},
-    {IFormatFile::FORMAT_MPEG2VIDEO, IFormatFile::FORMAT_VOB},
-    {IFormatFile::FORMAT_WMV, IFormatFile::FORMAT_ASF},
-    {IFormatFile::FORMAT_WMA, IFormatFile::FORMAT_ASF},
-    {IFormatFile::FORMAT_M4A, IFormatFile::FORMAT_IPOD},
-    {IFormatFile::FORMAT_M4V, IFormatFile::FORMAT_IPOD},
-};
 
 // The cover pictures of audio files.
 constexpr AVCodecID kId3Pictures[] = {AV_CODEC_ID_MJPEG, AV_CODEC_ID_BMP, AV_CODEC_ID_GIF, AV_CODEC_ID_PNG,
@@ -136,17 +120,16 @@ Muxers MakeMuxers() {
         const auto muxer = muxers.find(rule.muxer);
         if (muxer != muxers.end()) muxer->second.rule = &rule;
     }
-    for (const MuxerName& name : kMuxerNames) muxers[name.container.get()] = muxers[name.muxer.get()];
     return muxers;
 }
 
-/// By the name of a container or muxer.
+/// By name.
 const Muxers kMuxers = MakeMuxers();
 
 }  // namespace
 
 Muxer FindMuxer(const std::string& container) {
-    const auto known = kMuxers.find(container);
+    const auto known = kMuxers.find(FFWrapper::MuxerNameFromFormatName(container));
     return known != kMuxers.end() ? known->second : Muxer();
 }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr int64_t kBitrates[] = {16'000,  32'000,  48'000,  64'000,  80'000,  96'000,  112'000,
                                  128'000, 160'000, 192'000, 224'000, 256'000, 288'000, 320'000};
 constexpr int64_t kSampleRates[] = {8'000, 11'025, 16'000, 22'050, 24'000, 32'000, 44'100, 48'000};
-// The channel orders of the Vorbis I specification, 4.3.9.
+// The channel orders of Vorbis I, 4.3.9.
 constexpr ChannelLayout kLayouts[] = {
     ChannelLayout::Mono,
     ChannelLayout::Stereo,

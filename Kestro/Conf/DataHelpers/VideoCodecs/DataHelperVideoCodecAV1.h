@@ -4,7 +4,7 @@
 
 namespace Kestro::Conf {
 
-/// AV1 (AV1 Bitstream & Decoding Process Specification).
+/// AV1 (AV1 Bitstream & Decoding Process).
 class DataHelperVideoCodecAV1 final : public DataHelperCodecFFMPEG {
 public:
     DataHelperVideoCodecAV1();

@@ -4,7 +4,7 @@
 
 namespace Kestro::Conf {
 
-/// VP9 (VP9 Bitstream & Decoding Process Specification).
+/// VP9 (VP9 Bitstream & Decoding Process).
 class DataHelperVideoCodecVP9 final : public DataHelperCodecFFMPEG {
 public:
     DataHelperVideoCodecVP9();
