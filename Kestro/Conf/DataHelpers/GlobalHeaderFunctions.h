@@ -19,9 +19,9 @@ KESTRO_DATAHELPERS_API bool CodecHasGlobalHeader(const std::string& codecId);
 
 /// Whether FFmpeg's muxer of that container stores the codec so that FFmpeg's demuxer reads the same stream back. The
 /// description needs a codec id and a codec tag (0: the muxer chooses one), else the answer is false. What it has of
-/// sample rate, channel layout and, of a picture, pixel format is held to what the muxer insists on. The muxer's default
-/// codecs are always supported; a lossless video stream must be the main one. Never throws: what is not known is not
-/// supported.
+/// sample rate, channel layout and, of a picture, pixel format is held to what the muxer insists on. The muxer's
+/// default codecs are always supported; a lossless video stream must be the main one. Never throws: what is not known
+/// is not supported.
 KESTRO_DATAHELPERS_API bool CodecIsSupported(const boost::intrusive_ptr<const IFormatFile>& file,
                                              const boost::intrusive_ptr<const IFormatCodec>& codec);
 
