@@ -55,13 +55,25 @@ inline constexpr FormatRuleRow kFlashRules[] = {AudioRate(kFlashSampleRates)};
 
 inline constexpr Text kMpegVideo[] = {IFormatCodecVideo::CODEC_ID_MPEG1VIDEO, IFormatCodecVideo::CODEC_ID_MPEG2VIDEO};
 
-/// The codecs of a transport stream.
+inline constexpr StreamRow kMpegVideoStream{
+    .type = StreamType::Video, .codecs = kMpegVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_MPEG2VIDEO};
+
+/// The codecs of a transport stream, and its streams.
 inline constexpr Text kTransportVideo[] = {IFormatCodecVideo::CODEC_ID_MPEG2VIDEO, IFormatCodecVideo::CODEC_ID_H264,
                                            IFormatCodecVideo::CODEC_ID_H265};
 inline constexpr Text kTransportAudio[] = {IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_MP3,
                                            IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_AC3};
 inline constexpr Text kTransportSubtitles[] = {IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE,
                                                IFormatCodecSubtitle::CODEC_ID_DVB_TELETEXT};
+
+inline constexpr StreamRow kTransportVideoStream{
+    .type = StreamType::Video, .codecs = kTransportVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_MPEG2VIDEO};
+constexpr StreamRow TransportAudioStream(Text defaultCodec) {
+    return {.type = StreamType::Audio, .codecs = kTransportAudio, .defaultCodec = defaultCodec};
+}
+inline constexpr StreamRow kTransportSubtitleStream{.type = StreamType::Subtitle,
+                                                    .codecs = kTransportSubtitles,
+                                                    .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE};
 
 inline constexpr SettingRow kNoGlobalHeader{.tag = IFormatCodec::TAG_GLOBAL_HEADER, .initial = false};
 

@@ -48,13 +48,11 @@ constexpr FormatRuleRow kRules[] = {
 
 /// Angles, sound tracks and sub-pictures of DVD-Video.
 constexpr StreamLimits kLimits{.video = 9, .audio = 8, .subtitle = 32, .other = 0};
-constexpr StreamRow kVideoStream{
-    .type = StreamType::Video, .codecs = kMpegVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_MPEG2VIDEO};
 constexpr StreamRow AudioStream(std::span<const Text> codecs) {
     return {.type = StreamType::Audio, .codecs = codecs, .defaultCodec = IFormatCodecAudio::CODEC_ID_MP2};
 }
-constexpr StreamRow kDvdStreams[] = {kVideoStream, AudioStream(kAudio)};
-constexpr StreamRow kVcdStreams[] = {kVideoStream, AudioStream(kMp2)};
+constexpr StreamRow kDvdStreams[] = {kMpegVideoStream, AudioStream(kAudio)};
+constexpr StreamRow kVcdStreams[] = {kMpegVideoStream, AudioStream(kMp2)};
 
 constexpr FormatSheet Sheet(std::span<const StreamRow> streams) {
     return {

@@ -1,7 +1,6 @@
 #include "Kestro/Conf/DataHelpers/Formats/DataHelperFormatMpeg2TS.h"
 
 #include "Kestro/Conf/DataHelpers/FormatFacts.h"
-#include "Kestro/Conf/IFormatCodecSubtitle.h"
 
 namespace Kestro::Conf {
 
@@ -11,11 +10,9 @@ constexpr SettingRow kSettings[] = {
     kNoGlobalHeader,
 };
 constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Video, .codecs = kTransportVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_MPEG2VIDEO},
-    {.type = StreamType::Audio, .codecs = kTransportAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
-    {.type = StreamType::Subtitle,
-     .codecs = kTransportSubtitles,
-     .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE},
+    kTransportVideoStream,
+    TransportAudioStream(IFormatCodecAudio::CODEC_ID_AAC),
+    kTransportSubtitleStream,
 };
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_MPEG2TS,

@@ -17,7 +17,7 @@ constexpr SettingRow kSettings[] = {
     kNoGlobalHeader,
 };
 constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Video, .codecs = kMpegVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_MPEG2VIDEO},
+    kMpegVideoStream,
     {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_MP2},
 };
 constexpr FormatSheet kSheet{
