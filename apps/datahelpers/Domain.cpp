@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Kestro/Conf/IConstraintConsumer.h"
+#include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/RefCounted.h"
 
@@ -45,7 +46,9 @@ std::string DescriptionInWords(const std::string& description) {
     if (description == IPropertyConstraint::DESCRIPTION_ID_EVEN_SIZE) return "even";
     if (description == IPropertyConstraint::DESCRIPTION_ID_FRAME_RATE) return "above 0/1, or 0/1 for that of the input";
     if (description == IPropertyConstraint::DESCRIPTION_ID_DTS_BITRATE) {
-        return "from 32000 to 3840000, the least rising with sample rate and channels";
+        return "from " + std::to_string(Kestro::Conf::IFormatCodecAudio::MIN_DTS_BITRATE) + " to " +
+               std::to_string(Kestro::Conf::IFormatCodecAudio::MAX_DTS_BITRATE) +
+               ", the least rising with sample rate and channels";
     }
     return description;
 }

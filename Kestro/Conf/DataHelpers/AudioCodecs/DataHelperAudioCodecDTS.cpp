@@ -7,12 +7,10 @@ namespace Kestro::Conf {
 
 namespace {
 
-// The lowest and the highest bitrate of the format's table (ETSI TS 102 114, 5.3.1). Within them the encoder takes any
-// that fills a frame: how many bits that needs goes by sample rate and channels.
+// Within them the encoder takes any that fills a frame: how many bits that needs goes by sample rate and channels.
 bool IsBitrate(const Core::Property& value) {
-    constexpr int64_t kLowest = 32'000;
-    constexpr int64_t kHighest = 3'840'000;
-    return value.Type() == PropertyTypes::Int64 && kLowest <= value.GetInt64() && value.GetInt64() <= kHighest;
+    return value.Type() == PropertyTypes::Int64 && IFormatCodecAudio::MIN_DTS_BITRATE <= value.GetInt64() &&
+           value.GetInt64() <= IFormatCodecAudio::MAX_DTS_BITRATE;
 }
 
 constexpr SettingRow kSettings[] = {

@@ -27,6 +27,10 @@ public:
     /// Size of one sample of one channel, integer.
     static KESTRO_CONSTANT std::string TAG_BITS_PER_SAMPLE = "BitsPerSample";
 
+    /// The bitrates of DTS end here, bit/s (ETSI TS 102 114, 5.3.1).
+    static constexpr int64_t MIN_DTS_BITRATE = 32'000;
+    static constexpr int64_t MAX_DTS_BITRATE = 3'840'000;
+
     /// Channel layouts: the constants are named as FFmpeg's AV_CH_LAYOUT_ masks, the texts are FFmpeg's names of them.
     static KESTRO_CONSTANT std::string TAG_CH_LAYOUT_UNKNOWN = "unknown";
     static KESTRO_CONSTANT std::string TAG_CH_LAYOUT_MONO = "mono";

@@ -17,7 +17,7 @@ public:
     static KESTRO_CONSTANT std::string DESCRIPTION_ID_EVEN_SIZE = "even-size";
     /// Description of the rule that a frame rate is above 0, or the mark that keeps the source's.
     static KESTRO_CONSTANT std::string DESCRIPTION_ID_FRAME_RATE = "frame-rate";
-    /// Description of the rule that DTS has 32000..3840000 bit/s (ETSI TS 102 114, 5.3.1).
+    /// Description of the rule that DTS has MIN_DTS_BITRATE..MAX_DTS_BITRATE of IFormatCodecAudio.
     static KESTRO_CONSTANT std::string DESCRIPTION_ID_DTS_BITRATE = "dts-bitrate";
 
     ~IPropertyConstraint() override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/LayoutRecord.h"
 
 namespace Kestro::FFWrapper {
@@ -14,13 +15,12 @@ constexpr uint64_t kLowFrequency = 0x8;
 BitrateLimits OfDts(int64_t sampleRate, const Conf::LayoutRecord& layout) {
     constexpr int64_t kSamples = 512;
     constexpr int64_t kAlignment = 32;
-    constexpr int64_t kLowestOfAll = 32'000;
-    constexpr int64_t kHighestOfAll = 3'840'000;
     const int64_t lowChannels = (layout.ffmpegMask & kLowFrequency) != 0 ? 1 : 0;
     const int64_t leastBits = 132 + 1389 * (layout.channels - lowChannels) + 72 * lowChannels;
     // The bits of a frame are aligned upwards, so any above the multiple before suffice.
     const int64_t multipleBefore = (leastBits - 1) / kAlignment * kAlignment;
-    return {std::max(kLowestOfAll, multipleBefore * sampleRate / kSamples + 1), kHighestOfAll};
+    return {std::max(Conf::IFormatCodecAudio::MIN_DTS_BITRATE, multipleBefore * sampleRate / kSamples + 1),
+            Conf::IFormatCodecAudio::MAX_DTS_BITRATE};
 }
 
 }  // namespace
