@@ -11,7 +11,7 @@ extern "C" {
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/LayoutRecord.h"
 
-#include "Ffmpeg.h"
+#include "tests/Ffmpeg.h"
 
 namespace Kestro::Conf {
 namespace {

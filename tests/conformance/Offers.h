@@ -6,10 +6,11 @@
 #include <vector>
 
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
-#include "Kestro/Conf/DataHelpers/FakeConstraintConsumer.h"
 #include "Kestro/Conf/IFormatCodec.h"
 #include "Kestro/Conf/IPropertyConstraint.h"
 #include "Kestro/Core/Property.h"
+
+#include "tests/Described.h"
 
 namespace Kestro::Conf {
 
@@ -45,9 +46,7 @@ inline std::vector<std::string> CodecsOf(const std::string& type) {
 
 /// Of a range: its ends and its middle.
 inline std::vector<Core::Property> Values(const IPropertyConstraint& constraint) {
-    const auto consumer = FakeConstraintConsumer::Create();
-    constraint.FillValueList(consumer);
-    const Core::Property described = consumer->GetResult();
+    const Core::Property described = Described(constraint);
     return {described.begin(), described.end()};
 }
 

@@ -14,7 +14,7 @@ extern "C" {
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/FFWrapper/EncoderCapabilities.h"
 
-#include "Ffmpeg.h"
+#include "tests/Ffmpeg.h"
 
 namespace Kestro::Conf {
 namespace {

@@ -3,11 +3,11 @@
 #include <string>
 
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
-#include "Kestro/Conf/DataHelpers/FakeConstraintConsumer.h"
 #include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
 
+#include "tests/Described.h"
 #include "tests/Trees.h"
 
 // Where containers that share a class or a list differ, and what single ones correct.
@@ -28,12 +28,10 @@ std::string Offered(const std::string& container, const std::string& type, const
     ConstraintMap constraints;
     Container(container)->FillConstraints(constraints);
     const auto codecs = constraints.at("Streams/TypeId=" + type + "/" + codecKey + "/CodecId");
-    const auto consumer = FakeConstraintConsumer::Create();
-    codecs->FillValueList(consumer);
     Property unknown("", "nope");
     codecs->CorrectValue(unknown);
     std::string text;
-    const Property values = consumer->GetResult();
+    const Property values = Described(*codecs);
     for (const Property& value : values) {
         const std::string& id = value.GetString();
         text += (text.empty() ? "" : " ") + (value == unknown ? "[" + id + "]" : id);

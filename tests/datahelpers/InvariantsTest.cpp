@@ -10,7 +10,6 @@
 
 #include "Kestro/Conf/CodecKinds.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
-#include "Kestro/Conf/DataHelpers/FakeConstraintConsumer.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
@@ -23,6 +22,7 @@
 #include "Kestro/Proc/IFilterResize.h"
 
 #include "tests/CallLog.h"
+#include "tests/Described.h"
 #include "tests/Trees.h"
 
 // What holds for every helper of the registry, whatever it describes.
@@ -96,13 +96,6 @@ ValidationRuleList Rules(const IDataHelper& helper) {
     ValidationRuleList rules;
     helper.FillValidationRules(rules);
     return rules;
-}
-
-/// What the constraint tells a consumer.
-Property Described(const IPropertyConstraint& constraint) {
-    const auto consumer = FakeConstraintConsumer::Create();
-    constraint.FillValueList(consumer);
-    return consumer->GetResult();
 }
 
 /// The codec node of a container's default stream; beside it stands the stream's type.

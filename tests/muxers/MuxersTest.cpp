@@ -8,7 +8,6 @@ extern "C" {
 
 #include "Kestro/Conf/CodecKinds.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
-#include "Kestro/Conf/DataHelpers/FakeConstraintConsumer.h"
 #include "Kestro/Conf/DataHelpers/GlobalHeaderFunctions.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecSubtitle.h"
@@ -18,6 +17,7 @@ extern "C" {
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
 #include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
 
+#include "tests/Described.h"
 #include "Truth.h"
 
 // Whether CodecIsSupported says what FFmpeg's muxers and demuxers do.
@@ -142,9 +142,7 @@ TEST(CodecIsSupported, OfWhatAContainerOffers) {
         helper->FillConstraints(constraints);
         for (const auto& [path, constraint] : constraints) {
             if (!path.ends_with(IFormatCodec::TAG_CODEC_ID)) continue;
-            const auto consumer = FakeConstraintConsumer::Create();
-            constraint->FillValueList(consumer);
-            const Property offered = consumer->GetResult();
+            const Property offered = Described(*constraint);
             for (const Property& codec : offered) {
                 if (!IsSupported(name, codec.GetString())) found.insert(name + " " + codec.GetString());
             }

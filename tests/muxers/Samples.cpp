@@ -26,7 +26,7 @@ void SetExtradata(AVCodecParameters& parameters, const void* data, std::size_t s
 }
 
 void AddPacket(Sample& sample, const std::string& data, int64_t pts, int64_t duration) {
-    Owned<AVPacket> packet(av_packet_alloc());
+    Ffmpeg::Packet packet(av_packet_alloc());
     av_new_packet(packet.get(), static_cast<int>(data.size()));
     std::memcpy(packet->data, data.data(), data.size());
     packet->pts = packet->dts = pts;
@@ -39,7 +39,7 @@ void AddPacket(Sample& sample, const std::string& data, int64_t pts, int64_t dur
 void Encode(AVCodecContext& encoder, const AVFrame* frame, Sample& sample) {
     if (avcodec_send_frame(&encoder, frame) < 0) return;
     for (;;) {
-        Owned<AVPacket> packet(av_packet_alloc());
+        Ffmpeg::Packet packet(av_packet_alloc());
         if (avcodec_receive_packet(&encoder, packet.get()) < 0) return;
         if (packet->duration == 0) packet->duration = 1;
         sample.packets.push_back(std::move(packet));
@@ -54,7 +54,7 @@ AVPixelFormat NearestFormat(const AVCodec& encoder) {
 }
 
 bool EncodeVideo(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
-    const Owned<AVCodecContext> encoder(avcodec_alloc_context3(&codec));
+    const Ffmpeg::Context encoder(avcodec_alloc_context3(&codec));
     const bool isDv = codec.id == AV_CODEC_ID_DVVIDEO;
     encoder->width = isDv ? 720 : 352;
     encoder->height = isDv ? 576 : 288;
@@ -66,7 +66,7 @@ bool EncodeVideo(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
     encoder->strict_std_compliance = FF_COMPLIANCE_EXPERIMENTAL;
     if (kind.globalHeader) encoder->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     if (avcodec_open2(encoder.get(), &codec, nullptr) < 0) return false;
-    const Owned<AVFrame> frame(av_frame_alloc());
+    const Ffmpeg::Frame frame(av_frame_alloc());
     frame->width = encoder->width;
     frame->height = encoder->height;
     frame->format = encoder->pix_fmt;
@@ -94,7 +94,7 @@ bool EncodeVideo(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
 }
 
 bool EncodeAudio(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
-    const Owned<AVCodecContext> encoder(avcodec_alloc_context3(&codec));
+    const Ffmpeg::Context encoder(avcodec_alloc_context3(&codec));
     encoder->sample_rate = kind.sampleRate;
     encoder->sample_fmt = codec.sample_fmts[0];
     encoder->time_base = {1, encoder->sample_rate};
@@ -104,7 +104,7 @@ bool EncodeAudio(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
     av_channel_layout_default(&encoder->ch_layout, kind.channels);
     if (kind.globalHeader) encoder->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     if (avcodec_open2(encoder.get(), &codec, nullptr) < 0) return false;
-    const Owned<AVFrame> frame(av_frame_alloc());
+    const Ffmpeg::Frame frame(av_frame_alloc());
     for (int i = 0; i < kFrames; ++i) {
         frame->nb_samples = encoder->frame_size > 0 ? encoder->frame_size : kFrameSize;
         frame->format = encoder->sample_fmt;
@@ -124,7 +124,7 @@ bool EncodeAudio(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
 
 /// A picture of four colours, as the subtitles of discs and broadcasts are.
 bool EncodeBitmapSubtitle(const AVCodec& codec, Sample& sample) {
-    const Owned<AVCodecContext> encoder(avcodec_alloc_context3(&codec));
+    const Ffmpeg::Context encoder(avcodec_alloc_context3(&codec));
     encoder->width = 352;
     encoder->height = 288;
     encoder->time_base = {1, 1000};
@@ -209,7 +209,7 @@ std::optional<Sample> MakeSample(const std::string& codecId, const SampleKind& k
     const AVCodecID id = Kestro::FFWrapper::CodecIDFromTextID(codecId);
     const AVCodecDescriptor* descriptor = avcodec_descriptor_get(id);
     if (descriptor == nullptr) return std::nullopt;
-    Sample sample{.codecId = codecId, .parameters = Owned<AVCodecParameters>(avcodec_parameters_alloc())};
+    Sample sample{.codecId = codecId, .parameters = Ffmpeg::Parameters(avcodec_parameters_alloc())};
     sample.parameters->codec_type = descriptor->type;
     sample.parameters->codec_id = id;
     const AVCodec* encoder = avcodec_find_encoder_by_name(Kestro::FFWrapper::EncoderNameFromCodecId(codecId).c_str());

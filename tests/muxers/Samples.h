@@ -1,32 +1,22 @@
 #pragma once
 
-extern "C" {
-#include <libavcodec/avcodec.h>
-}
-
-#include <memory>
 #include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
 
+#include "tests/Ffmpeg.h"
+
 namespace MuxerTest {
 
-struct Free {
-    void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
-    void operator()(AVCodecParameters* parameters) const { avcodec_parameters_free(&parameters); }
-    void operator()(AVFrame* frame) const { av_frame_free(&frame); }
-    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, Free>;
+namespace Ffmpeg = Kestro::Ffmpeg;
 
 /// A short stream of one codec.
 struct Sample {
     std::string codecId;  ///< of the vocabulary, or FFmpeg's name
-    Owned<AVCodecParameters> parameters;
+    Ffmpeg::Parameters parameters;
     AVRational timeBase{1, 25};
-    std::vector<Owned<AVPacket>> packets;
+    std::vector<Ffmpeg::Packet> packets;
     bool isSynthetic = false;  ///< a description with meaningless packets: FFmpeg has no encoder
 };
 
