@@ -60,8 +60,12 @@ void AddDemands(const std::string& who, const std::string& node, const IDataHelp
     }
     ValidationRuleList rules;
     helper.FillValidationRules(rules);
-    for (const auto& [path, rule] : rules) {
-        demands.push_back({who, rule->GetSecondName(), rule->GetSecondConstraint(), rule});
+    // The streams that a format node keeps are those of the tree: a setting is known by its place there.
+    const std::string kept = Below(IPreset::KEY_FORMAT, IPreset::KEY_STREAMS) + Property::SEPARATOR;
+    for (const auto& [unused, rule] : rules) {
+        std::string path = rule->GetSecondName();
+        if (path.starts_with(kept)) path.erase(0, path.find(Property::SEPARATOR, kept.size()) + 1);
+        demands.push_back({who, path, rule->GetSecondConstraint(), rule});
     }
 }
 
@@ -75,14 +79,21 @@ bool Check(const IPropertyConstraint& constraint, const Property& value) {
     }
 }
 
-/// Layouts in the order in which they are taken for that one: the same, those of fewer channels, most first, the rest.
-void SortByNearness(std::vector<const LayoutRecord*>& layouts, const std::string& wanted) {
-    const LayoutRecord* record = LayoutRecord::Find(wanted);
-    const int channels = record != nullptr ? record->channels : 2;
-    std::ranges::stable_sort(layouts, {}, [channels](const LayoutRecord* layout) {
-        const int more = layout->channels - channels;
+/// The layout of the list that is taken for that one: of as many channels, else of fewer, most first, else of more. For
+/// one that no record knows, stereo is looked for. Null in an empty list.
+const Property* NearestLayout(const Domain& domain, const std::string& wanted) {
+    const auto channels = [](const std::string& layout) {
+        const LayoutRecord* record = LayoutRecord::Find(layout);
+        return record != nullptr ? record->channels : 0;
+    };
+    const int known = channels(wanted);
+    const int target = known != 0 ? known : 2;
+    const auto distance = [&](const Domain::Entry& entry) {
+        const int more = channels(entry.value.GetString()) - target;
         return std::pair(more > 0, more > 0 ? more : -more);
-    });
+    };
+    const auto nearest = std::ranges::min_element(domain.entries, {}, distance);
+    return nearest != domain.entries.end() ? &nearest->value : nullptr;
 }
 
 }  // namespace
@@ -108,6 +119,11 @@ std::vector<FrameSize> Demand::FrameSizes() const {
 
 Property Demand::Corrected(const Property& value) const {
     Property corrected = value;
+    if (LastSegment(path) == IFormatCodecAudio::TAG_LAYOUT && value.Type() == Kestro::PropertyTypes::String) {
+        const Domain layouts = DescribeDomain(*constraint);
+        const Property* nearest = Accepts(value) ? nullptr : NearestLayout(layouts, value.GetString());
+        if (nearest != nullptr) corrected.CopyDataFrom(*nearest);
+    }
     return constraint->CorrectValue(corrected) && Accepts(corrected) ? corrected : value;
 }
 
@@ -184,14 +200,11 @@ void AddInstalledEncoderDemands(const std::string& encoderName, const Property& 
     }
     add(resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, formats);
 
-    std::vector<const LayoutRecord*> records;
+    ConstraintSet::Named<std::string> layouts;
     for (const uint64_t mask : capabilities->channelLayouts) {
         const auto code = Kestro::FFWrapper::ChannelLayoutKestroFromFFMPEG(mask);
-        if (const LayoutRecord* record = LayoutRecord::Find(code)) records.push_back(record);
+        if (const LayoutRecord* record = LayoutRecord::Find(code)) layouts.emplace_back(record->name, record->name);
     }
-    SortByNearness(records, TextAt(codec, IFormatCodecAudio::TAG_LAYOUT));
-    ConstraintSet::Named<std::string> layouts;
-    for (const LayoutRecord* record : records) layouts.emplace_back(record->name, record->name);
     add(resampler, IFormatCodecAudio::TAG_LAYOUT, layouts);
 
     ConstraintSet::Named<Property::Ratio> frameRates;

@@ -514,7 +514,9 @@ Property StreamPlanner::RuleTree() const {
     Property tree = StreamNode();
     tree.RemoveChild(IPreset::KEY_TYPE_ID);
     tree.SetChild(IPreset::KEY_STREAMS).SetChild("0", StreamNode());
-    tree.SetChild(IPreset::KEY_FORMAT, plan_.FormatSettings());
+    tree.SetChild(IPreset::KEY_FORMAT, plan_.FormatSettings())
+        .SetChild(IPreset::KEY_STREAMS)
+        .SetChild("0", StreamNode());
     return tree;
 }
 

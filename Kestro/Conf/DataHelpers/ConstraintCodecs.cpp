@@ -32,7 +32,8 @@ bool ConstraintCodecs::IsValid(const Core::Property& value) const {
 }
 
 bool ConstraintCodecs::CorrectValue(Core::Property& value) const {
-    if (value.Type() == PropertyTypes::String && IsValid(value)) return true;
+    if (value.Type() != PropertyTypes::String) return false;
+    if (IsValid(value)) return true;
     if (defaultCodec_.empty()) return false;
     value = defaultCodec_;
     return true;

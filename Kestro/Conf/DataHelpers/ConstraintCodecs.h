@@ -24,6 +24,7 @@ public:
     void FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const override;
     /// Ids are compared byte by byte, names to show not at all. A value that is no text throws.
     bool IsValid(const Core::Property& value) const override;
+    /// False for a value that is no text, and without a default.
     bool CorrectValue(Core::Property& value) const override;
     /// Empty.
     std::string GetDescription(const std::string& settingName) const override;

@@ -5,6 +5,7 @@
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
 #include "Kestro/Conf/DataHelpers/HelperErrors.h"
 #include "Kestro/Conf/DataHelpers/PairValidationRule.h"
+#include "Kestro/Conf/DataHelpers/SettingPath.h"
 #include "Kestro/Conf/GetDefaultVideoBitrate.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
@@ -30,12 +31,10 @@ constexpr Text kWithoutBFrames[] = {
     IFormatCodecVideo::CODEC_ID_H263,
 };
 
-[[noreturn]] void ThrowUnknownStreamType(const char* function, boost::uint_least32_t line) {
-    ThrowHelper("Unknown stream type", {}, boost::source_location(kSource, line, function));
-}
-
-[[noreturn]] void ThrowUnknownMode(const std::string& mode, const char* function, boost::uint_least32_t line) {
-    ThrowHelper("Unknown bitrate mode", mode, boost::source_location(kSource, line, function));
+/// operation: the one that was called, whichever function found out.
+[[noreturn]] void Refuse(const std::string& description, const std::string& value, const char* operation,
+                         boost::uint_least32_t line) {
+    ThrowHelper(description, value, boost::source_location(kSource, line, operation));
 }
 
 }  // namespace
@@ -111,18 +110,17 @@ void DataHelperCodecFFMPEG::FillConstraints(ConstraintMap& constraints) const {
 void DataHelperCodecFFMPEG::ApplyPresetSettings(const Core::Property& preset, Core::Property& settings) const {
     const std::string& id = preset[IFormatCodec::TAG_CODEC_ID].GetString();
     if (id != codecId_) {
-        ThrowHelper("Incompatible preset codec id: " + id + ", required " + codecId_, id,
-                    boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
+        Refuse("Incompatible preset codec id: " + id + ", required " + codecId_, id, BOOST_CURRENT_FUNCTION, __LINE__);
     }
     switch (stream_) {
         case StreamType::Audio:
-            ApplyAudioPreset(preset, settings);
+            ApplyAudioPreset(preset, settings, BOOST_CURRENT_FUNCTION);
             break;
         case StreamType::Video:
-            ApplyVideoPreset(preset, settings);
+            ApplyVideoPreset(preset, settings, BOOST_CURRENT_FUNCTION);
             break;
         default:
-            ThrowUnknownStreamType(BOOST_CURRENT_FUNCTION, __LINE__);
+            Refuse("Unknown stream type", {}, BOOST_CURRENT_FUNCTION, __LINE__);
     }
     const std::string& options = IFormatCodec::TAG_CODEC_OPTIONS_ENCODE;
     if (preset.ChildExists(options) && preset[options].Count() != 0) {
@@ -132,30 +130,32 @@ void DataHelperCodecFFMPEG::ApplyPresetSettings(const Core::Property& preset, Co
     }
 }
 
-void DataHelperCodecFFMPEG::CopyBitrate(const std::string& tag, const Core::Property& preset,
-                                        Core::Property& settings) const {
-    if (!bitrateIsOptional_ || preset.ChildExists(tag)) settings.SetChild(tag, preset[tag]);
-}
-
-void DataHelperCodecFFMPEG::ApplyAudioPreset(const Core::Property& preset, Core::Property& settings) const {
+void DataHelperCodecFFMPEG::ApplyAudioPreset(const Core::Property& preset, Core::Property& settings,
+                                             const char* operation) const {
+    const auto copy = [&](const std::string& tag) {
+        if (!bitrateIsOptional_ || preset.ChildExists(tag)) settings.SetChild(tag, preset[tag]);
+    };
     settings.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
     const std::string& mode = preset[IFormatCodec::TAG_BITRATE_MODE].GetString();
     if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
-        CopyBitrate(IFormatCodec::TAG_BITRATE, preset, settings);
+        copy(IFormatCodec::TAG_BITRATE);
     } else if (mode == IFormatCodec::TAG_BITRATE_MODE_VBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
-        CopyBitrate(IFormatCodec::TAG_QUALITY, preset, settings);
+        copy(IFormatCodec::TAG_QUALITY);
     } else if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE_MODE_CBR);
     } else {
-        ThrowUnknownMode(mode, BOOST_CURRENT_FUNCTION, __LINE__);
+        Refuse("Unknown bitrate mode", mode, operation, __LINE__);
     }
 }
 
-void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core::Property& settings) const {
+void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core::Property& settings,
+                                             const char* operation) const {
     settings.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
     const std::string& mode = preset[IFormatCodec::TAG_BITRATE_MODE].GetString();
+    const int64_t width = settings[IFormatCodecVideo::TAG_WIDTH].GetInt64();
+    const int64_t height = settings[IFormatCodecVideo::TAG_HEIGHT].GetInt64();
 
     const std::string& fpsTag = IFormatCodecVideo::TAG_FPS;
     auto fps = preset.ChildExists(fpsTag) ? preset[fpsTag].GetRatio()
@@ -174,25 +174,22 @@ void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core:
     if (preset.ChildExists(passes)) settings.SetChild(passes, preset[passes].GetString());
 
     const auto defaultBitrate = [&](int quality) {
-        return GetDefaultVideoBitrate(codecId_, settings[IFormatCodecVideo::TAG_WIDTH].GetInt64(),
-                                      settings[IFormatCodecVideo::TAG_HEIGHT].GetInt64(),
-                                      boost::rational_cast<double>(fps), quality);
+        return GetDefaultVideoBitrate(codecId_, width, height, boost::rational_cast<double>(fps), quality);
     };
     if (mode == IFormatCodec::TAG_BITRATE_MODE_CBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
-        CopyBitrate(IFormatCodec::TAG_BITRATE, preset, settings);
+        settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE]);
     } else if (mode == IFormatCodec::TAG_BITRATE_MODE_VBR) {
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, mode);
         if (!preset.ChildExists(IFormatCodec::TAG_QUALITY)) {
-            ThrowHelper("Quality is required for VBR bitrate mode", {},
-                        boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
+            Refuse("Quality is required for VBR bitrate mode", {}, operation, __LINE__);
         }
         const int64_t quality = preset[IFormatCodec::TAG_QUALITY].GetInt64();
         settings.SetChild(IFormatCodec::TAG_QUALITY, quality);
         const Core::Property* approved =
             preset.FindByPath(SettingKey(Node::Options, IFormatCodecVideo::TAG_APPROVED_VBR_MODE_ONLY));
         if (approved != nullptr && approved->GetBool() && preset.ChildExists(IFormatCodec::TAG_BITRATE)) {
-            settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE]);
+            settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE].GetInt64());
         } else {
             // 0 and less say that no quality is given.
             const auto given = static_cast<int>(std::clamp<int64_t>(quality, 0, IFormatCodec::MAX_QUALITY));
@@ -202,7 +199,7 @@ void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core:
         settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE_MODE_CBR);
         settings.SetChild(IFormatCodec::TAG_BITRATE, defaultBitrate(-1));
     } else {
-        ThrowUnknownMode(mode, BOOST_CURRENT_FUNCTION, __LINE__);
+        Refuse("Unknown bitrate mode", mode, operation, __LINE__);
     }
 
     const std::string& depth = IFormatCodecVideo::TAG_BITS_PER_PIXEL;
@@ -231,14 +228,12 @@ void DataHelperCodecFFMPEG::CorrectAudioResamplerSettings(const Core::Property& 
                               IFormatCodecAudio::TAG_LAYOUT};
     for (const std::string& tag : kTags) {
         if (!settings.ChildExists(tag)) continue;
-        const auto concerns = [&tag](const auto& entry) {
-            return entry.second->GetSecondName().find(tag) != std::string::npos;
-        };
+        const auto concerns = [&tag](const auto& entry) { return LastSegment(entry.second->GetSecondName()) == tag; };
         const auto rule = std::find_if(rules.begin(), rules.end(), concerns);
         if (rule == rules.end() || rule->second->GetSecondConstraint()->IsValid(settings[tag])) continue;
         const std::string value = Core::PropertyValueToString(settings[tag]);
-        ThrowHelper("Can't fix value [" + tag + "] = " + value + " for encoder [" + codecId_ + "]", value,
-                    boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
+        Refuse("Can't fix value [" + tag + "] = " + value + " for encoder [" + codecId_ + "]", value,
+               BOOST_CURRENT_FUNCTION, __LINE__);
     }
 }
 
@@ -253,7 +248,7 @@ void DataHelperCodecFFMPEG::CorrectFormatCodec(Core::Property& settings) const {
             CompleteVideo(settings);
             break;
         default:
-            ThrowUnknownStreamType(BOOST_CURRENT_FUNCTION, __LINE__);
+            Refuse("Unknown stream type", {}, BOOST_CURRENT_FUNCTION, __LINE__);
     }
 }
 

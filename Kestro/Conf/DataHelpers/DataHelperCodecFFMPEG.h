@@ -26,7 +26,7 @@ public:
     /// (GetDefaultVideoBitrate) and left alone for audio; without options of its own a preset gets the encoder's.
     /// Throws HelperException for another codec's preset, an unknown bitrate mode, or variable bitrate without a
     /// quality for video; PropertyException for a preset without a codec id, a mode or the value that its mode needs
-    /// (which an encoder may leave optional).
+    /// (which an audio encoder may leave optional), and for video without width and height in the target.
     /// After a throw the target may be partly written.
     void ApplyPresetSettings(const Core::Property& preset, Core::Property& settings) const override;
 
@@ -39,7 +39,7 @@ public:
     void CorrectAudioResamplerSettings(const Core::Property& settings) const;
 
 protected:
-    /// The sheet outlives the helper.
+    /// The sheet is read here and then no more.
     explicit DataHelperCodecFFMPEG(const CodecSheet& sheet);
     /// For a sheet that several codecs share.
     DataHelperCodecFFMPEG(const CodecSheet& sheet, const std::string& codecId);
@@ -50,10 +50,9 @@ protected:
     void RepairBitrate(Core::Property& settings) const;
 
 private:
-    void ApplyAudioPreset(const Core::Property& preset, Core::Property& settings) const;
-    void ApplyVideoPreset(const Core::Property& preset, Core::Property& settings) const;
-    /// Of a bitrate or quality that the encoder's presets must have, or may.
-    void CopyBitrate(const std::string& tag, const Core::Property& preset, Core::Property& settings) const;
+    // operation: what a failure names, the operation that was called.
+    void ApplyAudioPreset(const Core::Property& preset, Core::Property& settings, const char* operation) const;
+    void ApplyVideoPreset(const Core::Property& preset, Core::Property& settings, const char* operation) const;
     void CompleteVideo(Core::Property& settings) const;
     void AddRules(const CodecSheet& sheet);
 

@@ -4,11 +4,11 @@
 
 #include "Kestro/Conf/DataHelpers/HelperErrors.h"
 #include "Kestro/Conf/DataHelpers/PairValidationRule.h"
+#include "Kestro/Conf/DataHelpers/SettingPath.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
-#include "Kestro/Core/PropertyValueToString.h"
 
 namespace Kestro::Conf {
 
@@ -34,19 +34,29 @@ constexpr size_t IndexOf(StreamType type) { return static_cast<size_t>(type) - 1
 
 const StreamKind& Kind(StreamType type) { return kKinds[IndexOf(type)]; }
 
+/// The codec node of the first stream of that type, in a preset and in the format node that keeps its streams.
+std::string CodecPath(StreamType type) {
+    const StreamKind& kind = Kind(type);
+    return JoinPath(IPreset::KEY_STREAMS + IPreset::INDEX + kind.typeId.get(), kind.codecKey);
+}
+
+/// Where a rule of the container finds a setting.
+std::string RulePath(StreamType type, Node node, const std::string& tag) {
+    if (node == Node::InFormat) return JoinPath(JoinPath(IPreset::KEY_FORMAT, CodecPath(type)), tag);
+    return SettingPath(Kind(type).codecKey, node, tag);
+}
+
 }  // namespace
 
 std::string DataHelperFormatBase::CodecIdPath(StreamType type) {
-    const StreamKind& kind = Kind(type);
-    return IPreset::KEY_STREAMS + IPreset::INDEX + kind.typeId.get() + Core::Property::SEPARATOR + kind.codecKey.get() +
-           Core::Property::SEPARATOR + IFormatCodec::TAG_CODEC_ID;
+    return JoinPath(CodecPath(type), IFormatCodec::TAG_CODEC_ID);
 }
 
 DataHelperFormatBase::DataHelperFormatBase(const FormatSheet& sheet) : DataHelperFormatBase(sheet, sheet.container) {}
 
 DataHelperFormatBase::DataHelperFormatBase(const FormatSheet& sheet, const std::string& container)
-    : container_(container), defaults_(IPreset::KEY_FORMAT) {
-    defaults_.SetChild(IFormatFile::TAG_CONTAINER, container_);
+    : defaults_(IPreset::KEY_FORMAT) {
+    defaults_.SetChild(IFormatFile::TAG_CONTAINER, container);
     for (const SettingRow& row : sheet.settings) {
         WriteDefault(defaults_, row);
         if (const auto constraint = MakeConstraint(row.allowed))
@@ -75,12 +85,11 @@ void DataHelperFormatBase::AddStream(const StreamRow& row, Core::Property& strea
 }
 
 void DataHelperFormatBase::AddRule(const FormatRuleRow& row) {
-    boost::intrusive_ptr<IPropertyConstraint> condition = Codecs(row.type);
+    boost::intrusive_ptr<IPropertyConstraint> condition = codecs_[IndexOf(row.type)];
     if (!row.codecs.empty()) condition = MakeConstraint(Texts{row.codecs});
     rules_.emplace_back(Core::Property::SEPARATOR,
                         PairValidationRule::Create(CodecIdPath(row.type), condition,
-                                                   SettingPath(Kind(row.type).codecKey, row.node, row.tag),
-                                                   MakeConstraint(row.allowed)));
+                                                   RulePath(row.type, row.node, row.tag), MakeConstraint(row.allowed)));
 }
 
 boost::intrusive_ptr<ConstraintCodecs> DataHelperFormatBase::SetCodecConstraint(const std::vector<std::string>& codecs,
@@ -116,7 +125,7 @@ void DataHelperFormatBase::ApplyPresetSettings(const Core::Property& /*source*/,
 void DataHelperFormatBase::CorrectFormatCodec(Core::Property& codec) const {
     if (codec.Name() == IFormatCodecVideo::TAG_FORMAT_CODEC_VIDEO) {
         HoldToRules(StreamType::Video, Node::FrameRate, IFormatCodecVideo::TAG_FPS, codec);
-        HoldToRules(StreamType::Video, Node::Own, IFormatCodecVideo::TAG_COVER_FLAG, codec);
+        HoldToRules(StreamType::Video, Node::InFormat, IFormatCodecVideo::TAG_COVER_FLAG, codec);
         HoldToRules(StreamType::Video, Node::Options, IFormatCodec::TAG_PROFILE, codec);
     } else if (codec.Name() == IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO) {
         HoldToRules(StreamType::Audio, Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, codec);
@@ -126,49 +135,49 @@ void DataHelperFormatBase::CorrectFormatCodec(Core::Property& codec) const {
 
 void DataHelperFormatBase::HoldToRules(StreamType type, Node node, const std::string& tag,
                                        Core::Property& codec) const {
-    // A codec node holds its filters' values itself; only its options stand deeper.
+    // A codec node holds itself what its filters and the container give it; only its options stand deeper.
     const std::string place = node == Node::Options ? SettingKey(node, tag) : tag;
     if (codec.FindByPath(place) == nullptr) return;
     ValidationRuleList rules;
     FillValidationRules(rules);
     const std::string codecIdPath = CodecIdPath(type);
-    const std::string settingPath = SettingPath(Kind(type).codecKey, node, tag);
+    const std::string settingPath = RulePath(type, node, tag);
     for (const auto& [path, rule] : rules) {
         if (rule->GetFirstName() != codecIdPath || rule->GetSecondName() != settingPath) continue;
         if (!rule->GetFirstConstraint()->IsValid(codec[IFormatCodec::TAG_CODEC_ID])) continue;
-        Core::Property& value = codec.ChildByPath(place);
-        const auto allowed = rule->GetSecondConstraint();
-        if (allowed->IsValid(value) || allowed->CorrectValue(value)) continue;
-        const std::string text = Core::PropertyValueToString(value);
-        ThrowHelper("Can't fix value [" + tag + "] = " + text + " for container [" + container_ + "]", text,
-                    boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
+        rule->GetSecondConstraint()->CorrectValue(codec.ChildByPath(place));
     }
 }
 
-const boost::intrusive_ptr<ConstraintCodecs>& DataHelperFormatBase::Codecs(StreamType type) const {
+const boost::intrusive_ptr<ConstraintCodecs>& DataHelperFormatBase::CodecsConstraint(StreamType type,
+                                                                                     const char* operation) const {
     const auto& codecs = codecs_[IndexOf(type)];
-    if (!codecs) ThrowHelper(Kind(type).notSet, {}, boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
+    if (!codecs) ThrowHelper(Kind(type).notSet, {}, boost::source_location(kSource, __LINE__, operation));
     return codecs;
 }
 
-std::string DataHelperFormatBase::DefaultCodec(StreamType type) const {
-    return Codecs(type)->GetDefaultValue().GetString();
-}
-
 boost::intrusive_ptr<IPropertyConstraint> DataHelperFormatBase::VideoCodecsConstraint() const {
-    return Codecs(StreamType::Video);
+    return CodecsConstraint(StreamType::Video, BOOST_CURRENT_FUNCTION);
 }
 
 boost::intrusive_ptr<IPropertyConstraint> DataHelperFormatBase::AudioCodecsConstraint() const {
-    return Codecs(StreamType::Audio);
+    return CodecsConstraint(StreamType::Audio, BOOST_CURRENT_FUNCTION);
 }
 
 boost::intrusive_ptr<IPropertyConstraint> DataHelperFormatBase::SubtitleTextCodecsConstraint() const {
-    return Codecs(StreamType::Subtitle);
+    return CodecsConstraint(StreamType::Subtitle, BOOST_CURRENT_FUNCTION);
 }
 
-std::string DataHelperFormatBase::DefaultVideoCodec() const { return DefaultCodec(StreamType::Video); }
-std::string DataHelperFormatBase::DefaultAudioCodec() const { return DefaultCodec(StreamType::Audio); }
-std::string DataHelperFormatBase::DefaultSubtitleTextCodec() const { return DefaultCodec(StreamType::Subtitle); }
+std::string DataHelperFormatBase::DefaultVideoCodec() const {
+    return CodecsConstraint(StreamType::Video, BOOST_CURRENT_FUNCTION)->GetDefaultValue().GetString();
+}
+
+std::string DataHelperFormatBase::DefaultAudioCodec() const {
+    return CodecsConstraint(StreamType::Audio, BOOST_CURRENT_FUNCTION)->GetDefaultValue().GetString();
+}
+
+std::string DataHelperFormatBase::DefaultSubtitleTextCodec() const {
+    return CodecsConstraint(StreamType::Subtitle, BOOST_CURRENT_FUNCTION)->GetDefaultValue().GetString();
+}
 
 }  // namespace Kestro::Conf

@@ -31,9 +31,10 @@ public:
     void ApplyPresetSettings(const Core::Property& source, Core::Property& target) const override;
 
     /// Holds a codec node's frame rate, cover flag and profile (video) or sample rate and layout (audio) to the
-    /// container's rules for that codec; settings that are absent pass. The node bears the name IFormatCodecVideo::
-    /// TAG_FORMAT_CODEC_VIDEO or IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO; one of another name is left alone.
-    /// Throws HelperException naming setting, value and container when a value can be neither accepted nor corrected.
+    /// container's rules for that codec. The node bears the name IFormatCodecVideo::TAG_FORMAT_CODEC_VIDEO or
+    /// IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO; one of another name is left alone, and so are settings that are
+    /// absent and values that no rule can correct. Throws PropertyException for a node without a codec id that has a
+    /// setting to be held to a rule.
     void CorrectFormatCodec(Core::Property& codec) const override;
 
     /// The codecs of one kind that the container takes, and the default among them. Throw HelperException where the
@@ -57,14 +58,12 @@ protected:
                                                                      const std::string& defaultCodec);
 
 private:
-    /// Throws for a kind of stream that the container does not carry.
-    const boost::intrusive_ptr<ConstraintCodecs>& Codecs(StreamType type) const;
-    std::string DefaultCodec(StreamType type) const;
+    /// Throws for a kind of stream that the container does not carry; `operation` is the one that was called.
+    const boost::intrusive_ptr<ConstraintCodecs>& CodecsConstraint(StreamType type, const char* operation) const;
     void AddStream(const StreamRow& row, Core::Property& streams);
     void AddRule(const FormatRuleRow& row);
     void HoldToRules(StreamType type, Node node, const std::string& tag, Core::Property& codec) const;
 
-    std::string container_;
     /// In the order of StreamType; null for a kind of stream that the container does not carry.
     std::array<boost::intrusive_ptr<ConstraintCodecs>, 3> codecs_;
     Core::Property defaults_;

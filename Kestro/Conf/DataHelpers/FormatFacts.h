@@ -30,7 +30,10 @@ inline constexpr StreamRow kCover{.type = StreamType::Video,
                                   .defaultCodec = IFormatCodecVideo::CODEC_ID_MJPEG,
                                   .isCover = true};
 inline constexpr FormatRuleRow kCoverRules[] = {
-    {.type = StreamType::Video, .tag = IFormatCodecVideo::TAG_COVER_FLAG, .node = Node::Own, .allowed = Flag{true}},
+    {.type = StreamType::Video,
+     .tag = IFormatCodecVideo::TAG_COVER_FLAG,
+     .node = Node::InFormat,
+     .allowed = Flag{true}},
 };
 
 /// The sample rates of sound, of every codec that the container takes.

@@ -109,7 +109,7 @@ bool CodecIsSupported(const boost::intrusive_ptr<const IFormatFile>& file,
     if (muxer == nullptr || !codec->ExistsCodecID() || !codec->ExistsCodecTag()) return false;
 
     const bool isLossless = codec->ExistsLossless() && codec->GetLossless();
-    const bool isMain = codec->ExistsMainStream() && codec->GetMainStream();
+    const bool isMain = codec->GetMainStream();
     if (isLossless && codec->GetStreamType() == StreamType::Video && !isMain) return false;
 
     const AVCodecID id = FFWrapper::CodecIDFromTextID(codec->GetCodecID());

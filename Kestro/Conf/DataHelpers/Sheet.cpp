@@ -1,13 +1,16 @@
 #include "Kestro/Conf/DataHelpers/Sheet.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "Kestro/Conf/DataHelpers/ConstraintChannelLayout.h"
+#include "Kestro/Conf/DataHelpers/ConstraintFlag.h"
 #include "Kestro/Conf/DataHelpers/ConstraintMethod.h"
 #include "Kestro/Conf/DataHelpers/ConstraintRange.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSampleFormat.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
+#include "Kestro/Conf/DataHelpers/SettingPath.h"
 #include "Kestro/Conf/DataHelpers/SizeConstraints.h"
 #include "Kestro/Conf/IFormatCodec.h"
 #include "Kestro/Conf/IPreset.h"
@@ -26,10 +29,6 @@ namespace {
 
 using ConstraintPtr = boost::intrusive_ptr<IPropertyConstraint>;
 
-std::string Join(const std::string& parent, const std::string& child) {
-    return parent + Core::Property::SEPARATOR + child;
-}
-
 struct ConstraintMaker {
     ConstraintPtr operator()(std::monostate) const { return {}; }
     ConstraintPtr operator()(const Range& range) const {
@@ -47,9 +46,7 @@ struct ConstraintMaker {
         for (const NamedInteger& entry : list.values) values.emplace_back(entry.name, entry.value);
         return ConstraintSet::Create(values);
     }
-    ConstraintPtr operator()(Flag flag) const {
-        return ConstraintSet::Create(ConstraintSet::Named<bool>{{flag.value ? "true" : "false", flag.value}});
-    }
+    ConstraintPtr operator()(Flag flag) const { return new ConstraintFlag(flag.value); }
     ConstraintPtr operator()(const Texts& list) const {
         ConstraintSet::Named<std::string> values;
         values.reserve(list.values.size());
@@ -83,6 +80,14 @@ struct ConstraintMaker {
             formats.emplace_back(format, SampleFmtRecord::Find(format)->name);
         return new ConstraintSampleFormat(std::move(formats));
     }
+    ConstraintPtr operator()(const SamplesOf& list) const {
+        std::vector<SampleFormats> formats(list.values.begin(), list.values.end());
+        for (const SampleFormats format : list.values) {
+            const SampleFormats counterpart = SampleFmtRecord::Find(format)->alternative;
+            if (std::ranges::find(formats, counterpart) == formats.end()) formats.push_back(counterpart);
+        }
+        return (*this)(SampleFormatList{formats});
+    }
     ConstraintPtr operator()(const FrameSizes& list) const {
         SizeConstraints::Sizes sizes;
         sizes.reserve(list.values.size());
@@ -109,24 +114,25 @@ bool IsFrameRate(const Core::Property& value) {
 std::string SettingKey(Node node, const std::string& tag) {
     switch (node) {
         case Node::Own:
+        case Node::InFormat:
             break;
         case Node::Options:
-            return Join(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE, tag);
+            return JoinPath(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE, tag);
         case Node::Resampler:
-            return Join(Join(Proc::IFilterResample::CLASS_ID, Proc::IResample::CLASS_ID), tag);
+            return JoinPath(JoinPath(Proc::IFilterResample::CLASS_ID, Proc::IResample::CLASS_ID), tag);
         case Node::FrameRate:
-            return Join(Proc::IFilterFrameRate::CLASS_ID, tag);
+            return JoinPath(Proc::IFilterFrameRate::CLASS_ID, tag);
         case Node::Resizer:
-            return Join(Join(Proc::IFilterResize::CLASS_ID, Proc::IResize::CLASS_ID), tag);
+            return JoinPath(JoinPath(Proc::IFilterResize::CLASS_ID, Proc::IResize::CLASS_ID), tag);
         case Node::FirstVideo:
-            return Join(Join(Join(IPreset::KEY_STREAMS, "0"), IPreset::KEY_FILTER_VIDEO_CODEC), tag);
+            return JoinPath(JoinPath(JoinPath(IPreset::KEY_STREAMS, "0"), IPreset::KEY_FILTER_VIDEO_CODEC), tag);
     }
     return tag;
 }
 
 std::string SettingPath(const std::string& ownNode, Node node, const std::string& tag) {
     const bool isOwn = node == Node::Own || node == Node::Options;
-    return isOwn ? Join(ownNode, SettingKey(node, tag)) : SettingKey(node, tag);
+    return isOwn ? JoinPath(ownNode, SettingKey(node, tag)) : SettingKey(node, tag);
 }
 
 void WriteDefault(Core::Property& own, const SettingRow& row) {

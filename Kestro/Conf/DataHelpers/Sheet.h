@@ -69,7 +69,7 @@ struct NamedInteger {
 struct NamedIntegers {
     std::span<const NamedInteger> values;
 };
-/// This flag.
+/// This flag; the other is corrected to it.
 struct Flag {
     bool value;
 };
@@ -89,6 +89,10 @@ struct Layouts {
 struct AnyLayout {};
 /// One of these sample formats; corrected by size of the sample.
 struct SampleFormatList {
+    std::span<const SampleFormats> values;
+};
+/// One of these sample formats or of their counterparts: planar and packed formats hold the same samples.
+struct SamplesOf {
     std::span<const SampleFormats> values;
 };
 /// Frames of one of these sizes: what the resizer's frame-size mode may give.
@@ -117,7 +121,7 @@ inline constexpr Satisfying kAnyFrameRate{IsFrameRate, IPropertyConstraint::DESC
 
 /// std::monostate: anything, there is no constraint.
 using Allowed = std::variant<std::monostate, Range, Integers, NamedIntegers, Flag, Texts, Rates, Layouts, AnyLayout,
-                             SampleFormatList, FrameSizes, EvenSize, Satisfying, Shared>;
+                             SampleFormatList, SamplesOf, FrameSizes, EvenSize, Satisfying, Shared>;
 /// std::monostate: the setting is not among the defaults.
 using Initial = std::variant<std::monostate, bool, int64_t, Text>;
 
@@ -129,6 +133,7 @@ enum class Node : uint8_t {
     FrameRate,   ///< the frame-rate filter
     Resizer,     ///< the settings of the video resizer's implementation
     FirstVideo,  ///< the codec of the preset's first stream, a video stream
+    InFormat,    ///< the codec's node among the streams that the format node keeps
 };
 
 /// One setting: where it stands, what it is by default and what it may be.
@@ -215,6 +220,7 @@ constexpr bool IsSound(const Initial& initial, const Allowed& allowed) {
     if (const auto* list = std::get_if<Texts>(&allowed)) return IsOffered(list->values, initial);
     if (const auto* list = std::get_if<Layouts>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<SampleFormatList>(&allowed)) return IsList(list->values);
+    if (const auto* list = std::get_if<SamplesOf>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<Rates>(&allowed)) return IsList(list->values);
     if (const auto* list = std::get_if<FrameSizes>(&allowed)) return IsList(list->values);
     return true;

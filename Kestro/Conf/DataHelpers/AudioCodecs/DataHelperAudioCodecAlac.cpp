@@ -33,7 +33,7 @@ constexpr CodecSheet kSheet{
     .settings = kSettings,
     .sampleRates = kAnySampleRate,
     .layouts = Layouts{kLayouts},
-    .sampleFormats = SampleFormatList{kFormats},
+    .sampleFormats = SamplesOf{kFormats},
     .bitrateIsOptional = true,
 };
 static_assert(IsSound(kSheet));

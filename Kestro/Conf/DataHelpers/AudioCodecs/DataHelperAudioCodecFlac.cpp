@@ -32,7 +32,7 @@ constexpr CodecSheet kSheet{
     .settings = kSettings,
     .sampleRates = Integers{kSampleRates},
     .layouts = Layouts{kLayouts},
-    .sampleFormats = SampleFormatList{kFormats},
+    .sampleFormats = SamplesOf{kFormats},
     .bitrateIsOptional = true,
 };
 static_assert(IsSound(kSheet));

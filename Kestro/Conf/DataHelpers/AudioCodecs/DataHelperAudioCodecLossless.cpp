@@ -24,7 +24,7 @@ void DataHelperAudioCodecLossless::CorrectFormatCodec(Core::Property& settings) 
     const int64_t channels = LayoutRecord::Find(settings[layout].GetString())->channels;
     const SampleFmtRecord& samples = *SampleFmtRecord::Find(settings[format].GetString());
     for (const EncodedShare& encoded : shares_) {
-        if (encoded.format != samples.code) continue;
+        if (encoded.format != samples.code && encoded.format != samples.alternative) continue;
         const int64_t raw = settings[rate].GetInt64() * channels * samples.bitsPerSample;
         settings.SetChild(IFormatCodec::TAG_BITRATE,
                           static_cast<int64_t>(std::llround(static_cast<double>(raw) * encoded.share)));

@@ -8,7 +8,7 @@
 
 namespace Kestro::Conf {
 
-/// How much of the samples of a format an encoder writes: 1 for all of their bits.
+/// How much of the samples of a format, planar or packed, an encoder writes: 1 for all of their bits.
 struct EncodedShare {
     SampleFormats format;
     double share;
@@ -24,7 +24,7 @@ public:
     void CorrectFormatCodec(Core::Property& settings) const override;
 
 protected:
-    /// Sheet and shares outlive the helper. The sheet's formats are those of the shares, and its mode is its default.
+    /// The shares outlive the helper. The sheet's formats are those of the shares, and its mode is its default.
     DataHelperAudioCodecLossless(const CodecSheet& sheet, const std::string& codecId,
                                  std::span<const EncodedShare> shares);
 

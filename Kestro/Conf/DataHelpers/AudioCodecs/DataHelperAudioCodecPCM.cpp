@@ -35,12 +35,12 @@ constexpr CodecSheet Sheet(std::span<const SampleFormats> formats) {
         .settings = kSettings,
         .sampleRates = kAnySampleRate,
         .layouts = AnyLayout(),
-        .sampleFormats = SampleFormatList{formats},
+        .sampleFormats = SamplesOf{formats},
         .bitrateIsOptional = true,
     };
 }
 
-/// The encoders of one sample size.
+/// The encoders of one sample size. The bitrate is that of the samples as they are given: 24 bits come in 32.
 struct Depth {
     std::span<const Text> codecs;
     CodecSheet sheet;
@@ -49,7 +49,7 @@ struct Depth {
 constexpr Depth kDepths[] = {
     {k8Bit, Sheet(kU8), {SampleFormats::U8, 1.0}},
     {k16Bit, Sheet(kS16), {SampleFormats::S16, 1.0}},
-    {k24Bit, Sheet(kS32), {SampleFormats::S32, 24.0 / 32.0}},  // samples of 24 bits come in 32
+    {k24Bit, Sheet(kS32), {SampleFormats::S32, 1.0}},
     {k32Bit, Sheet(kS32), {SampleFormats::S32, 1.0}},
 };
 static_assert(IsSound(kDepths[0].sheet) && IsSound(kDepths[1].sheet) && IsSound(kDepths[2].sheet));

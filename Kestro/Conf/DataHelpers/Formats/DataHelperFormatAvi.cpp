@@ -14,13 +14,13 @@ constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::C
                            IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_PCM_S16LE};
 constexpr Text kSubtitles[] = {IFormatCodecSubtitle::CODEC_ID_XSUB};
 constexpr Text kAac[] = {IFormatCodecAudio::CODEC_ID_AAC};
-constexpr ChannelLayout kLayouts[] = {ChannelLayout::Mono, ChannelLayout::Stereo};
+constexpr Text kLayouts[] = {IFormatCodecAudio::TAG_CH_LAYOUT_MONO, IFormatCodecAudio::TAG_CH_LAYOUT_STEREO};
 constexpr FormatRuleRow kRules[] = {
     {.type = StreamType::Audio,
      .codecs = kAac,
      .tag = IFormatCodecAudio::TAG_LAYOUT,
      .node = Node::Resampler,
-     .allowed = Layouts{kLayouts}},
+     .allowed = Texts{kLayouts}},
 };
 
 constexpr SettingRow kSettings[] = {

@@ -11,6 +11,7 @@ constexpr Text kMpeg1[] = {IFormatCodecVideo::CODEC_ID_MPEG1VIDEO};
 constexpr Text kMpeg2[] = {IFormatCodecVideo::CODEC_ID_MPEG2VIDEO};
 constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_AC3};
 constexpr std::span<const Text> kMp2 = std::span(kAudio).first(1);
+constexpr Text kHeldToTheDisc[] = {IFormatCodecAudio::CODEC_ID_AC3, IFormatCodecAudio::CODEC_ID_MP2};
 constexpr Text kStandards[] = {IFormatFile::DVD_STANDARD_NTSC, IFormatFile::DVD_STANDARD_PAL};
 constexpr NamedInteger kDisks[] = {
     {IFormatFile::DISK_TYPE_DVD_MINI, IFormatFile::DISK_SIZE_DVD_MINI},
@@ -37,10 +38,10 @@ constexpr FormatRuleRow OwnRule(StreamType type, std::span<const Text> codecs, T
 constexpr FormatRuleRow kRules[] = {
     OwnRule(StreamType::Video, kMpeg2, IFormatCodec::TAG_BITRATE, Range{.lo = 100'000, .hi = 9'800'000}),
     OwnRule(StreamType::Video, kMpeg1, IFormatCodec::TAG_BITRATE, Range{.lo = 100'000, .hi = 1'856'000}),
-    OwnRule(StreamType::Audio, kAudio, IFormatCodec::TAG_BITRATE_MODE, Texts{kAudioModes}),
-    OwnRule(StreamType::Audio, kAudio, IFormatCodec::TAG_BITRATE, Integers{kAudioBitrates}),
+    OwnRule(StreamType::Audio, kHeldToTheDisc, IFormatCodec::TAG_BITRATE_MODE, Texts{kAudioModes}),
+    OwnRule(StreamType::Audio, kHeldToTheDisc, IFormatCodec::TAG_BITRATE, Integers{kAudioBitrates}),
     {.type = StreamType::Audio,
-     .codecs = kAudio,
+     .codecs = kHeldToTheDisc,
      .tag = IFormatCodecAudio::TAG_SAMPLE_RATE,
      .node = Node::Resampler,
      .allowed = Integers{kSampleRates}},

@@ -18,7 +18,7 @@ constexpr SettingRow kSettings[] = {
 };
 constexpr StreamRow kStreams[] = {
     {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_FLV1},
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_MP3},
+    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
     {.type = StreamType::Subtitle, .codecs = kSubtitles, .defaultCodec = IFormatCodecSubtitle::CODEC_ID_TEXT},
 };
 constexpr FormatSheet kSheet{

@@ -9,6 +9,7 @@ namespace {
 
 constexpr SettingRow kSettings[] = {
     kCbrMode,
+    {.tag = IFormatCodec::TAG_BITRATE, .initial = 2'000'000},
     kGlobalHeader,
 };
 constexpr CodecSheet kSheet{
@@ -16,7 +17,6 @@ constexpr CodecSheet kSheet{
     .stream = StreamType::Video,
     .settings = kSettings,
     .frameRates = kAnyFrameRate,
-    .bitrateIsOptional = true,
 };
 static_assert(IsSound(kSheet));
 

@@ -27,8 +27,10 @@ public:
     int64_t GetCodecTag() const final { return node_.Get(Interface::TAG_CODEC_TAG, PropertyTypes::Int64).GetInt64(); }
     bool ExistsLossless() const final { return node_.Exists(Interface::TAG_LOSSLESS, PropertyTypes::Bool); }
     bool GetLossless() const final { return node_.Get(Interface::TAG_LOSSLESS, PropertyTypes::Bool).GetBool(); }
-    bool ExistsMainStream() const final { return node_.Exists(Interface::TAG_MAIN_STREAM, PropertyTypes::Bool); }
-    bool GetMainStream() const final { return node_.Get(Interface::TAG_MAIN_STREAM, PropertyTypes::Bool).GetBool(); }
+    bool GetMainStream() const final {
+        return node_.Exists(Interface::TAG_MAIN_STREAM, PropertyTypes::Bool) &&
+               node_.Get(Interface::TAG_MAIN_STREAM, PropertyTypes::Bool).GetBool();
+    }
 
 protected:
     const DescribedNode& Node() const { return node_; }

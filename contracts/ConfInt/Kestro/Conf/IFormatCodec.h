@@ -70,7 +70,7 @@ public:
     virtual int64_t GetCodecTag() const = 0;
     virtual bool ExistsLossless() const = 0;
     virtual bool GetLossless() const = 0;
-    virtual bool ExistsMainStream() const = 0;
+    /// False when it is not said.
     virtual bool GetMainStream() const = 0;
 };
 
