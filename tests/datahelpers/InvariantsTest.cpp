@@ -465,13 +465,10 @@ TEST_P(Format, CorrectionsKeepItsRules) {
                 helper_->CorrectFormatCodec(codec);
                 const Property& value = holder(codec)[tag];
                 Property fixed = bad;
-                const bool isCorrected = applies && rule->GetSecondConstraint()->CorrectValue(fixed);
-                if (!applies) {
-                    EXPECT_EQ(value, bad);
-                } else if (isCorrected) {
+                if (applies && rule->GetSecondConstraint()->CorrectValue(fixed)) {
                     EXPECT_TRUE(rule->GetSecondConstraint()->IsValid(value)) << Dump(codec);
-                } else {
-                    EXPECT_EQ(value, bad) << "what cannot be fixed stays";
+                } else {  // a NaN stays, too
+                    EXPECT_EQ(Core::PropertyValueToString(value), Core::PropertyValueToString(bad));
                 }
                 const std::string after = Dump(codec);
                 helper_->CorrectFormatCodec(codec);
