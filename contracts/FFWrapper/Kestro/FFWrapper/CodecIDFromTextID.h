@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>  // FFmpeg's headers insist on its macros
 #include <string>
 
 extern "C" {
