@@ -43,8 +43,12 @@ constexpr AVCodecID kMovMore[] = {AV_CODEC_ID_THEORA,  AV_CODEC_ID_WMV2,   AV_CO
 constexpr AVCodecID kMovLess[] = {AV_CODEC_ID_VP8, AV_CODEC_ID_VP9, AV_CODEC_ID_AV1, AV_CODEC_ID_FLAC,
                                   AV_CODEC_ID_OPUS};
 constexpr AVCodecID kMp4More[] = {AV_CODEC_ID_BMP};
-// MP2 shares its number with MP3; FLAC is experimental.
+// MP2 shares its number with MP3.
+#if LIBAVFORMAT_VERSION_MAJOR >= 60  // since FFmpeg 6.0 FLAC is no longer experimental
+constexpr AVCodecID kMp4Less[] = {AV_CODEC_ID_MP2};
+#else
 constexpr AVCodecID kMp4Less[] = {AV_CODEC_ID_MP2, AV_CODEC_ID_FLAC};
+#endif
 constexpr int64_t kMp4Mp3Rates[] = {16'000, 22'050, 24'000, 32'000, 44'100, 48'000};
 constexpr SoundRule kMp4Sounds[] = {{AV_CODEC_ID_MP3, kMp4Mp3Rates}};
 

@@ -18,7 +18,8 @@ struct SoundRule {
 };
 
 /// The codecs that a muxer of FFmpeg writes so that FFmpeg's demuxer reads the same stream back, beyond the muxer's
-/// default codecs. Derived from FFmpeg 5.1 by writing and reading a stream of each.
+/// default codecs. Derived from FFmpeg 5.1 and 7.1 by writing and reading a stream of each. What differs goes by the
+/// headers' version, whose major number is that of the library that is loaded.
 struct MuxerRule {
     const char* muxer;                     ///< FFmpeg's short name
     bool byTags = false;                   ///< those that its tag tables hold
