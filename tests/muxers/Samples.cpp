@@ -12,6 +12,7 @@ extern "C" {
 
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
+#include "Kestro/FFWrapper/SupportedValues.h"
 
 namespace MuxerTest {
 namespace {
@@ -49,8 +50,9 @@ void Encode(AVCodecContext& encoder, const AVFrame* frame, Sample& sample) {
 AVPixelFormat NearestFormat(const AVCodec& encoder) {
     const bool isFull = encoder.id == AV_CODEC_ID_MJPEG;
     const AVPixelFormat wanted = isFull ? AV_PIX_FMT_YUVJ420P : AV_PIX_FMT_YUV420P;
-    if (encoder.pix_fmts == nullptr) return wanted;
-    return avcodec_find_best_pix_fmt_of_list(encoder.pix_fmts, wanted, 0, nullptr);
+    const auto formats = Kestro::FFWrapper::PixelFormats(encoder);
+    if (formats.empty()) return wanted;
+    return avcodec_find_best_pix_fmt_of_list(formats.data(), wanted, 0, nullptr);
 }
 
 bool EncodeVideo(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
@@ -96,7 +98,7 @@ bool EncodeVideo(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
 bool EncodeAudio(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
     const Ffmpeg::Context encoder(avcodec_alloc_context3(&codec));
     encoder->sample_rate = kind.sampleRate;
-    encoder->sample_fmt = codec.sample_fmts[0];
+    encoder->sample_fmt = Kestro::FFWrapper::SampleFormats(codec).front();
     encoder->time_base = {1, encoder->sample_rate};
     const bool takesMuch = codec.id == AV_CODEC_ID_DTS || codec.id == AV_CODEC_ID_VORBIS || codec.id == AV_CODEC_ID_AC3;
     encoder->bit_rate = codec.id == AV_CODEC_ID_DTS ? 1'024'000 : takesMuch && kind.channels > 2 ? 320'000 : 64'000;
