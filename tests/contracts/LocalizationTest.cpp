@@ -15,6 +15,7 @@ namespace Kestro::Core {
 namespace {
 
 const std::string kMessage = "Parameter %1 must be one of the following values: %2";
+const std::string kDomain = "core";
 
 // The catalogues of the build folder: its programs are in bin.
 std::string BuiltCatalogues() {
@@ -44,8 +45,8 @@ protected:
 };
 
 TEST_F(Localization, TranslatesIntoEveryLanguageOfTheCatalogues) {
-    const DomainLocalizationManager& core = GetLocalizationManagerForDomain("core");
-    EXPECT_EQ(&GetLocalizationManagerForDomain("core"), &core);
+    const DomainLocalizationManager& core = GetLocalizationManagerForDomain(kDomain);
+    EXPECT_EQ(&GetLocalizationManagerForDomain(kDomain), &core);
     for (const auto& [language, part] : {std::pair("de", "muss einer der folgenden Werte sein"),
                                          std::pair("fr", "doit \xC3\xAAtre l\xE2\x80\x99une des valeurs suivantes")}) {
         SetLanguage(language);
@@ -58,7 +59,7 @@ TEST_F(Localization, TranslatesIntoEveryLanguageOfTheCatalogues) {
 
 TEST_F(Localization, WithoutACatalogueTheTextItselfIsTheAnswer) {
     SetLanguage("de");
-    const DomainLocalizationManager& core = GetLocalizationManagerForDomain("core");
+    const DomainLocalizationManager& core = GetLocalizationManagerForDomain(kDomain);
     EXPECT_EQ(core.Translate(""), "");
     EXPECT_EQ(core.Translate("No such message"), "No such message");
     for (const char* domain : {"", "no-such-domain", "../core"}) {
@@ -73,14 +74,14 @@ TEST_F(Localization, WithoutACatalogueTheTextItselfIsTheAnswer) {
 
 TEST_F(Localization, ThreadsShareTheDomains) {
     SetLanguage("de");
-    const std::string expected = GetLocalizationManagerForDomain("core").Translate(kMessage);
+    const std::string expected = GetLocalizationManagerForDomain(kDomain).Translate(kMessage);
     std::atomic<int> wrong = 0;
     std::vector<std::thread> threads(4);
     for (std::thread& thread : threads) {
         thread = std::thread([&] {
             for (int i = 0; i < 200; ++i) {
                 const std::string other = "domain" + std::to_string(i);
-                if (GetLocalizationManagerForDomain("core").Translate(kMessage) != expected) ++wrong;
+                if (GetLocalizationManagerForDomain(kDomain).Translate(kMessage) != expected) ++wrong;
                 if (GetLocalizationManagerForDomain(other).Translate(kMessage) != kMessage) ++wrong;
             }
         });
