@@ -279,6 +279,12 @@ void StreamPlanner::Correct(const IDataHelper& helper, const std::string& who, c
         if (cause != nullptr) Refuse(*cause, tree.ChildByPath(cause->path), message);
         throw Failure(ExitStatus::NotAcceptable, Problem{.message = message, .path = stream_.path});
     }
+    // The container's lists name the input's own rate by its mark, and may correct to it.
+    const std::string& fps = IFormatCodecVideo::TAG_FPS;
+    if (node.ChildExists(fps) && IsKeepMark(fps, node[fps])) {
+        const bool isKnown = source_.fps > Property::Ratio(0);
+        node[fps].CopyDataFrom(isKnown ? Property({}, source_.fps) : codec_[fps]);
+    }
     ForEachValue(codec_, {}, [&](const std::string& path, const Property& before) {
         const Property* after = node.FindByPath(path);
         if (after != nullptr && *after == before) return;
