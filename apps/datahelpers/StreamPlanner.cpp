@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <tuple>
 
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
@@ -192,13 +193,18 @@ void StreamPlanner::ApplyFilters() {
     } catch (const Kestro::Exception& exception) {
         throw Failure(ExitStatus::NotAcceptable, Problem{.message = exception.what(), .path = stream_.path});
     }
-    // Without a size of its own the stream has the source's, made even.
-    for (const std::string* tag : {&IFormatCodecVideo::TAG_WIDTH, &IFormatCodecVideo::TAG_HEIGHT}) {
-        const std::string mode = Below(Below(IFilterResize::CLASS_ID, IResize::CLASS_ID), IResize::FRAME_SIZE_MODE);
-        if (!codec_.ChildExists(*tag) || IsAsked(mode) || codec_[*tag] == before[*tag]) continue;
-        const std::string place = Place(*tag);
-        if (place.starts_with(IFilterResize::CLASS_ID) && !IsAsked(place)) {
-            AddCorrection(place, &before[*tag], &codec_[*tag], "The sides of a frame must be even.");
+    const std::string mode = Below(Below(IFilterResize::CLASS_ID, IResize::CLASS_ID), IResize::FRAME_SIZE_MODE);
+    const bool isCustom = TextAt(AskedFilters(), mode) == IResize::FRAME_SIZE_CUSTOM;
+    for (const auto& [tag, other] : {std::tie(IFormatCodecVideo::TAG_WIDTH, IFormatCodecVideo::TAG_HEIGHT),
+                                     std::tie(IFormatCodecVideo::TAG_HEIGHT, IFormatCodecVideo::TAG_WIDTH)}) {
+        if (!codec_.ChildExists(tag) || codec_[tag] == before[tag]) continue;
+        const std::string place = Place(tag);
+        if (!place.starts_with(IFilterResize::CLASS_ID) || IsAsked(place)) continue;
+        if (isCustom && IsAsked(Place(other))) {
+            plan_.choices.push_back({UserPath(place), PropertyValueToString(codec_[tag]), "keeps the picture's shape"});
+        } else if (!IsAsked(mode)) {
+            // Without a size of its own the stream has the source's, made even.
+            AddCorrection(place, &before[tag], &codec_[tag], "The sides of a frame must be even.");
         }
     }
     if (codec_.ChildExists(IFormatCodecVideo::TAG_FPS) &&

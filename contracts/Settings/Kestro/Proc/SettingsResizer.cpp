@@ -1,6 +1,7 @@
 #include "Kestro/Proc/SettingsResizer.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Kestro::Proc {
 namespace {
@@ -18,6 +19,22 @@ int64_t EvenSide(int64_t numerator, int64_t denominator = 1) {
 }
 
 int64_t CustomSide(int64_t asked, int64_t source) { return asked > 0 ? EvenSide(Clamped(asked)) : source; }
+
+// The same of a length that is no whole number.
+int64_t EvenSide(double length) {
+    const double pairs = std::ceil(length / 2.0 - 0.5);
+    return 2 * static_cast<int64_t>(std::clamp(pairs, 1.0, static_cast<double>(SettingsResizer::MAX_SIDE / 2)));
+}
+
+// The frame of square pixels that was asked for; a side that was not follows from the picture's shape.
+FrameInfo CustomFrame(const FrameInfo& picture, int64_t width, int64_t height) {
+    FrameInfo frame{CustomSide(width, picture.width), CustomSide(height, picture.height), 1};
+    const double shape = static_cast<double>(picture.width) / static_cast<double>(picture.height) *
+                         boost::rational_cast<double>(picture.sampleAspectRatio);
+    if (width > 0 && height <= 0) frame.height = EvenSide(static_cast<double>(frame.width) / shape);
+    if (height > 0 && width <= 0) frame.width = EvenSide(static_cast<double>(frame.height) * shape);
+    return frame;
+}
 
 int64_t ScaledSide(int64_t percent, int64_t source) {
     return percent > 0 ? EvenSide(source * Clamped(percent), 100) : source;
@@ -44,11 +61,9 @@ FrameInfo SettingsResizer::GetOutputFrameSize(const FrameInfo& source) const {
             return {EvenSide(even.width, 2), EvenSide(even.height, 2), even.sampleAspectRatio};
         case FrameSizeMode::QuarterOriginal:
             return {EvenSide(even.width, 4), EvenSide(even.height, 4), even.sampleAspectRatio};
-        case FrameSizeMode::Custom: {
-            const int64_t boxWidth = CustomSide(width, even.width);
-            const int64_t boxHeight = CustomSide(height, even.height);
-            return fit == Fit::UpTo ? FitInside(even, boxWidth, boxHeight) : FrameInfo{boxWidth, boxHeight, 1};
-        }
+        case FrameSizeMode::Custom:
+            if (fit != Fit::UpTo) return CustomFrame(even, width, height);
+            return FitInside(even, CustomSide(width, even.width), CustomSide(height, even.height));
         case FrameSizeMode::CustomScale:
             return {ScaledSide(width, even.width), ScaledSide(height, even.height), even.sampleAspectRatio};
     }

@@ -14,7 +14,7 @@ struct KESTRO_SETTINGS_API SettingsResizer {
         Original,         ///< the source's size
         HalfOriginal,     ///< half of each side of the source
         QuarterOriginal,  ///< a quarter of each side of the source
-        Custom,           ///< `width` x `height` pixels, as `fit` has it
+        Custom,           ///< `width` x `height` pixels, as `fit` has it; one side alone: in the picture's shape
         CustomScale,      ///< `width` percent of the source's width and `height` percent of its height
     };
 
@@ -36,8 +36,8 @@ struct KESTRO_SETTINGS_API SettingsResizer {
     static constexpr int64_t MAX_SIDE = 2'147'483'646;
 
     FrameSizeMode frameSizeMode = FrameSizeMode::Original;
-    int64_t width = 0;   ///< pixels or percent; 0 and less: the source's
-    int64_t height = 0;  ///< pixels or percent; 0 and less: the source's
+    int64_t width = 0;   ///< pixels or percent; 0 and less: the source's, but see Custom
+    int64_t height = 0;  ///< pixels or percent; 0 and less: the source's, but see Custom
     Fit fit = Fit::Auto;
     Method method = Method::Bicubic;
 
