@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ extern "C" {
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
 #include "Kestro/FFWrapper/EncoderCapabilities.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
+#include "Kestro/FFWrapper/EncoderTakesPixelFormat.h"
 #include "Kestro/FFWrapper/SampleFormatMapping.h"
 
 namespace Kestro::FFWrapper {
@@ -100,6 +102,19 @@ TEST(Mappings, GoBackToTheRecords) {
     EXPECT_EQ(SampleFormatKestroFromFFMPEG(AV_SAMPLE_FMT_S64P), Conf::SampleFormats::S64p);
     EXPECT_EQ(SampleFormatKestroFromFFMPEG(AV_SAMPLE_FMT_NONE), Conf::SampleFormats::None);
     EXPECT_EQ(SampleFormatKestroFromFFMPEG(AV_SAMPLE_FMT_NB), Conf::SampleFormats::None);
+}
+
+TEST(Encoders, TakeThePixelFormatsOfTheirLists) {
+    for (const std::string& id : Conf::VideoCodecIds()) {
+        const auto encoder = EncoderCapabilities::Find(EncoderNameFromCodecId(id));
+        const auto formats = encoder ? encoder->pixelFormats : std::vector<std::string>();
+        for (int format = 0; av_get_pix_fmt_name(static_cast<AVPixelFormat>(format)) != nullptr; ++format) {
+            const std::string name = av_get_pix_fmt_name(static_cast<AVPixelFormat>(format));
+            const bool isListed = formats.empty() || std::ranges::find(formats, name) != formats.end();
+            EXPECT_EQ(EncoderTakesPixelFormat(id, name), isListed) << id << " " << name;
+        }
+        EXPECT_FALSE(EncoderTakesPixelFormat(id, "no such format"));
+    }
 }
 
 TEST(Capabilities, OfEveryEncoderAreWellFormed) {

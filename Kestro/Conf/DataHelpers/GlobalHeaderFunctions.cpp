@@ -73,10 +73,10 @@ bool IsSoundTaken(const MuxerRule& rule, AVCodecID id, const IFormatCodec& codec
 }
 
 /// Whether a picture of that pixel format can be of the codec.
-bool IsPictureTaken(const AVOutputFormat& muxer, AVCodecID id, const IFormatCodec& codec) {
+bool IsPictureTaken(const AVOutputFormat& muxer, const IFormatCodec& codec) {
     const auto* video = dynamic_cast<const IFormatCodecVideo*>(&codec);
     if (video == nullptr || !video->ExistsPixelFormat() || std::string_view(muxer.name) != "image2") return true;
-    return FFWrapper::EncoderTakesPixelFormat(id, video->GetPixelFormat());
+    return FFWrapper::EncoderTakesPixelFormat(video->GetCodecID(), video->GetPixelFormat());
 }
 
 }  // namespace
@@ -123,8 +123,7 @@ bool CodecIsSupported(const boost::intrusive_ptr<const IFormatFile>& file,
     }
     if (rule == nullptr) return HasTag(*muxer, id) && TakesTag(*muxer, id, tag);
     const bool isTaken = IsIn(rule->more, id) || (rule->byTags && !IsIn(rule->less, id) && HasTag(*muxer, id));
-    return isTaken && TakesTag(*muxer, id, tag) && IsSoundTaken(*rule, id, *codec) &&
-           IsPictureTaken(*muxer, id, *codec);
+    return isTaken && TakesTag(*muxer, id, tag) && IsSoundTaken(*rule, id, *codec) && IsPictureTaken(*muxer, *codec);
 }
 
 }  // namespace Kestro::Conf
