@@ -128,8 +128,18 @@ TEST(CodecIsSupported, GoesByTagsAndParameters) {
         {"mp4", "c{CodecId=h264,CodecTag=828601953}", true},     // avc1
         {"mp4", "c{CodecId=mpeg4,CodecTag=1983148141}", true},   // mp4v
         {"mp4", "c{CodecId=hevc,CodecTag=1983148141}", false},   // another codec's
-        {"mp4", "c{CodecId=mpeg4,CodecTag=1145656920}", false},  // XVID, where mp4v belongs
+        {"mp4", "c{CodecId=mpeg4,CodecTag=1482049860}", false},  // DIVX, where mp4v belongs
+        {"mp4", "c{CodecId=mpeg4,CodecTag=6278115437}", false},  // mp4v above 32 bits
+        {"matroska", "c{CodecId=hevc,CodecTag=-1}", false},
+        // XVID, mp4v and AC-3: as a source had them, whatever the muxer's own.
+        {"mp4", "c{CodecId=mpeg4,CodecTag=1145656920}", true},
         {"avi", "c{CodecId=mpeg4,CodecTag=1145656920}", true},
+        {"mpeg", "c{CodecId=mpeg4,CodecTag=1983148141}", true},
+        {"webm", "c{CodecId=mpeg4,CodecTag=1983148141}", false},
+        {"mp4", "c{CodecId=hevc,CodecTag=1145656920}", false},
+        {"wav", "c{CodecId=ac3,CodecTag=858604353}", true},
+        {"mov", "c{CodecId=ac3,CodecTag=858604353,Lossless=true}", true},
+        {"mov", "c{CodecId=eac3,CodecTag=858604353,Lossless=true}", false},
         {"mpegts", "c{CodecId=h264,CodecTag=828601953}", true},  // has no tags
         {"matroska", "c{CodecId=hevc,CodecTag=0}", true},        // has no tag for it
         {"matroska", "c{CodecId=hevc,CodecTag=0,Lossless=true,MainStream=true}", false},
@@ -139,10 +149,16 @@ TEST(CodecIsSupported, GoesByTagsAndParameters) {
         {"mp4", "c{CodecId=mp3,CodecTag=0,SampleRate=8000}", false},
         {"flv", "c{CodecId=pcm_s16le,CodecTag=0,SampleRate=44100,Layout=stereo}", true},
         {"flv", "c{CodecId=pcm_s16le,CodecTag=0,SampleRate=44100,Layout=quad}", false},
+        {"flv", "c{CodecId=pcm_s16le,CodecTag=0,SampleRate=48000,Layout=stereo}", false},
         {"image2", "c{CodecId=pbm,CodecTag=0,PixelFmt=monow}", true},
         {"image2", "c{CodecId=pbm,CodecTag=0,PixelFmt=yuv420p}", false},
         {"nut", "c{CodecId=h264,CodecTag=0}", true},  // a muxer that has no helper
         {"nut", "c{CodecId=pam,CodecTag=0}", false},
+        {"MP4", "c{CodecId=h264,CodecTag=0}", true},  // as FFmpeg takes a name
+        {"Matroska", "c{CodecId=hevc,CodecTag=0}", true},
+        {"Matroska", "c{CodecId=pam,CodecTag=0}", false},
+        {"mka", "c{CodecId=aac,CodecTag=0}", false},  // no muxer's name
+        {"bmp", "c{CodecId=bmp,CodecTag=0}", false},
     };
     for (const auto& row : rows) {
         const Property node = Core::TreeOf(row.codec);

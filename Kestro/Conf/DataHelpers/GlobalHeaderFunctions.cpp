@@ -1,19 +1,11 @@
 #include "Kestro/Conf/DataHelpers/GlobalHeaderFunctions.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <string_view>
-
 #include "Kestro/Conf/CodecKinds.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
 #include "Kestro/Conf/DataHelpers/HelperErrors.h"
 #include "Kestro/Conf/DataHelpers/MuxerRules.h"
-#include "Kestro/Conf/IFormatCodecAudio.h"
-#include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IPreset.h"
-#include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
-#include "Kestro/FFWrapper/EncoderTakesPixelFormat.h"
 
 namespace Kestro::Conf {
 
@@ -26,57 +18,8 @@ bool HasGlobalHeader(const IDataHelper& helper) {
     return defaults.ChildExists(IFormatCodec::TAG_GLOBAL_HEADER) && defaults[IFormatCodec::TAG_GLOBAL_HEADER].GetBool();
 }
 
-bool IsIn(std::span<const AVCodecID> ids, AVCodecID id) { return std::find(ids.begin(), ids.end(), id) != ids.end(); }
-
 bool IsDefaultCodec(const AVOutputFormat& muxer, AVCodecID id) {
     return id == muxer.audio_codec || id == muxer.video_codec || id == muxer.subtitle_codec;
-}
-
-bool HasTag(const AVOutputFormat& muxer, AVCodecID id) {
-    unsigned int tag = 0;
-    return muxer.codec_tag != nullptr && av_codec_get_tag2(muxer.codec_tag, id, &tag) != 0;
-}
-
-/// Whether the muxer stores the codec under that tag; one without tag tables does not mind.
-bool TakesTag(const AVOutputFormat& muxer, AVCodecID id, int64_t tag) {
-    if (tag == 0 || muxer.codec_tag == nullptr) return true;
-    if (tag < 0 || tag > int64_t{UINT32_MAX}) return false;
-    const AVCodecID known = av_codec_get_id(muxer.codec_tag, static_cast<unsigned int>(tag));
-    // An unknown tag is written as it is, unless the codec has another one.
-    return known == id || (known == AV_CODEC_ID_NONE && !HasTag(muxer, id));
-}
-
-/// MPEG-2 of a Blu-ray disc.
-constexpr int64_t kHdmv = 0x564D'4448;
-
-bool IsMatroskaOrAvi(const AVOutputFormat& muxer) {
-    const std::string_view name = muxer.name;
-    return name == "matroska" || name == "avi";
-}
-
-/// What the muxer insists on of a sound that it takes.
-bool IsSoundTaken(const MuxerRule& rule, AVCodecID id, const IFormatCodec& codec) {
-    const SoundRule* sound = nullptr;
-    for (const SoundRule& row : rule.sounds) {
-        if (row.codec == id) sound = &row;
-    }
-    const auto* audio = dynamic_cast<const IFormatCodecAudio*>(&codec);
-    if (sound == nullptr || audio == nullptr) return true;
-    if (audio->ExistsSampleRate() && !sound->sampleRates.empty() &&
-        std::find(sound->sampleRates.begin(), sound->sampleRates.end(), audio->GetSampleRate()) ==
-            sound->sampleRates.end()) {
-        return false;
-    }
-    if (!audio->ExistsChannelLayout() || sound->mostChannels == 0) return true;
-    const LayoutRecord* layout = LayoutRecord::Find(audio->GetChannelLayout());
-    return layout == nullptr || layout->channels <= sound->mostChannels;
-}
-
-/// Whether a picture of that pixel format can be of the codec.
-bool IsPictureTaken(const AVOutputFormat& muxer, const IFormatCodec& codec) {
-    const auto* video = dynamic_cast<const IFormatCodecVideo*>(&codec);
-    if (video == nullptr || !video->ExistsPixelFormat() || std::string_view(muxer.name) != "image2") return true;
-    return FFWrapper::EncoderTakesPixelFormat(video->GetCodecID(), video->GetPixelFormat());
 }
 
 }  // namespace
@@ -105,8 +48,8 @@ bool CodecHasGlobalHeader(const std::string& codecId) {
 bool CodecIsSupported(const boost::intrusive_ptr<const IFormatFile>& file,
                       const boost::intrusive_ptr<const IFormatCodec>& codec) {
     if (!file || !codec || !file->ExistsFormatName()) return false;
-    const auto [muxer, rule] = FindMuxer(file->GetFormatName());
-    if (muxer == nullptr || !codec->ExistsCodecID() || !codec->ExistsCodecTag()) return false;
+    const Muxer muxer = FindMuxer(file->GetFormatName());
+    if (muxer.format == nullptr || !codec->ExistsCodecID() || !codec->ExistsCodecTag()) return false;
 
     const bool isLossless = codec->ExistsLossless() && codec->GetLossless();
     const bool isMain = codec->GetMainStream();
@@ -114,16 +57,7 @@ bool CodecIsSupported(const boost::intrusive_ptr<const IFormatFile>& file,
 
     const AVCodecID id = FFWrapper::CodecIDFromTextID(codec->GetCodecID());
     if (id == AV_CODEC_ID_NONE) return false;
-    if (IsDefaultCodec(*muxer, id)) return true;
-    const int64_t tag = codec->GetCodecTag();
-    // A stream that is copied goes by the muxer's tags alone.
-    if (isLossless && muxer->codec_tag != nullptr) {
-        if (id == AV_CODEC_ID_MPEG2VIDEO && tag == kHdmv) return IsMatroskaOrAvi(*muxer);
-        return HasTag(*muxer, id) && TakesTag(*muxer, id, tag);
-    }
-    if (rule == nullptr) return HasTag(*muxer, id) && TakesTag(*muxer, id, tag);
-    const bool isTaken = IsIn(rule->more, id) || (rule->byTags && !IsIn(rule->less, id) && HasTag(*muxer, id));
-    return isTaken && TakesTag(*muxer, id, tag) && IsSoundTaken(*rule, id, *codec) && IsPictureTaken(*muxer, *codec);
+    return IsDefaultCodec(*muxer.format, id) || Stores(muxer, id, *codec);
 }
 
 }  // namespace Kestro::Conf

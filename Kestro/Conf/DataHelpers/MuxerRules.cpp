@@ -4,6 +4,11 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/Conf/LayoutRecord.h"
+#include "Kestro/FFWrapper/EncoderTakesPixelFormat.h"
 #include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
 
 namespace Kestro::Conf {
@@ -34,33 +39,31 @@ constexpr AVCodecID kOgg[] = {AV_CODEC_ID_THEORA, AV_CODEC_ID_VP8, AV_CODEC_ID_F
 // WebM is Matroska for these alone (WebM Container Guidelines).
 constexpr AVCodecID kWebm[] = {AV_CODEC_ID_VP8, AV_CODEC_ID_VP9, AV_CODEC_ID_OPUS, AV_CODEC_ID_VORBIS,
                                AV_CODEC_ID_WEBVTT};
-constexpr AVCodecID kMatroskaMore[] = {AV_CODEC_ID_HEVC,   AV_CODEC_ID_PRORES, AV_CODEC_ID_QTRLE,
+constexpr AVCodecID kMatroskaAlso[] = {AV_CODEC_ID_HEVC,   AV_CODEC_ID_PRORES, AV_CODEC_ID_QTRLE,
                                        AV_CODEC_ID_GIF,    AV_CODEC_ID_TIFF,   AV_CODEC_ID_SGI,
                                        AV_CODEC_ID_SUBRIP, AV_CODEC_ID_ASS,    AV_CODEC_ID_WEBVTT};
 // QuickTime stores under their tags in AVI and WAV what has none of its own.
-constexpr AVCodecID kMovMore[] = {AV_CODEC_ID_THEORA,  AV_CODEC_ID_WMV2,   AV_CODEC_ID_WMV3,  AV_CODEC_ID_FLV1,
+constexpr AVCodecID kMovAlso[] = {AV_CODEC_ID_THEORA,  AV_CODEC_ID_WMV2,   AV_CODEC_ID_WMV3,  AV_CODEC_ID_FLV1,
                                   AV_CODEC_ID_UTVIDEO, AV_CODEC_ID_JPEGLS, AV_CODEC_ID_WMAV2, AV_CODEC_ID_VORBIS};
-constexpr AVCodecID kMovLess[] = {AV_CODEC_ID_VP8, AV_CODEC_ID_VP9, AV_CODEC_ID_AV1, AV_CODEC_ID_FLAC,
-                                  AV_CODEC_ID_OPUS};
-constexpr AVCodecID kMp4More[] = {AV_CODEC_ID_BMP};
-// MP2 shares its number with MP3.
-#if LIBAVFORMAT_VERSION_MAJOR >= 60  // since FFmpeg 6.0 FLAC is no longer experimental
-constexpr AVCodecID kMp4Less[] = {AV_CODEC_ID_MP2};
-#else
-constexpr AVCodecID kMp4Less[] = {AV_CODEC_ID_MP2, AV_CODEC_ID_FLAC};
-#endif
+constexpr AVCodecID kMovNot[] = {AV_CODEC_ID_VP8, AV_CODEC_ID_VP9, AV_CODEC_ID_AV1, AV_CODEC_ID_FLAC, AV_CODEC_ID_OPUS};
+constexpr AVCodecID kMp4Also[] = {AV_CODEC_ID_BMP};
+// MP2 shares its number with MP3; FLAC was experimental before FFmpeg 6 (libavformat 60).
+constexpr AVCodecID kMp4Not[] = {AV_CODEC_ID_MP2};
+constexpr AVCodecID kMp4NotBefore60[] = {AV_CODEC_ID_MP2, AV_CODEC_ID_FLAC};
 constexpr int64_t kMp4Mp3Rates[] = {16'000, 22'050, 24'000, 32'000, 44'100, 48'000};
-constexpr SoundRule kMp4Sounds[] = {{AV_CODEC_ID_MP3, kMp4Mp3Rates}};
+constexpr AudioLimits kMp4Limits[] = {{AV_CODEC_ID_MP3, kMp4Mp3Rates}};
 
-constexpr AVCodecID kMxf[] = {AV_CODEC_ID_H264, AV_CODEC_ID_DVVIDEO, AV_CODEC_ID_JPEG2000, AV_CODEC_ID_PCM_S24LE};
+// ProRes as copied from a camera's file; FFmpeg's encoder prores_ks does not say all that MXF wants to know.
+constexpr AVCodecID kMxf[] = {AV_CODEC_ID_H264, AV_CODEC_ID_DVVIDEO, AV_CODEC_ID_JPEG2000, AV_CODEC_ID_PRORES,
+                              AV_CODEC_ID_PCM_S24LE};
 constexpr int64_t kMxfRates[] = {48'000};
-constexpr SoundRule kMxfSounds[] = {{AV_CODEC_ID_PCM_S24LE, kMxfRates}};
+constexpr AudioLimits kMxfLimits[] = {{AV_CODEC_ID_PCM_S24LE, kMxfRates}};
 
 // Flash has a code for few rates; other PCM is read back as that of little endian.
-constexpr AVCodecID kFlvMore[] = {AV_CODEC_ID_TEXT};
-constexpr AVCodecID kFlvLess[] = {AV_CODEC_ID_MPEG4, AV_CODEC_ID_H263, AV_CODEC_ID_PCM_S16BE};
+constexpr AVCodecID kFlvAlso[] = {AV_CODEC_ID_TEXT};
+constexpr AVCodecID kFlvNot[] = {AV_CODEC_ID_MPEG4, AV_CODEC_ID_H263, AV_CODEC_ID_PCM_S16BE};
 constexpr int64_t kFlashRates[] = {11'025, 22'050, 44'100};
-constexpr SoundRule kFlvSounds[] = {{AV_CODEC_ID_PCM_U8, kFlashRates, 2}, {AV_CODEC_ID_PCM_S16LE, kFlashRates, 2}};
+constexpr AudioLimits kFlvLimits[] = {{AV_CODEC_ID_PCM_U8, kFlashRates, 2}, {AV_CODEC_ID_PCM_S16LE, kFlashRates, 2}};
 constexpr AVCodecID kSwf[] = {AV_CODEC_ID_MJPEG};
 
 constexpr AVCodecID kPictures[] = {
@@ -71,45 +74,67 @@ constexpr AVCodecID kPictures[] = {
 
 constexpr MuxerRule kRules[] = {
     // Their tag tables tell the truth.
-    {.muxer = "3g2", .byTags = true},
-    {.muxer = "3gp", .byTags = true},
-    {.muxer = "aiff", .byTags = true},
-    {.muxer = "asf", .byTags = true},
-    {.muxer = "au", .byTags = true},
-    {.muxer = "avi", .byTags = true},
-    {.muxer = "wav", .byTags = true},
+    {.muxer = "3g2", .fromTagTable = true},
+    {.muxer = "3gp", .fromTagTable = true},
+    {.muxer = "aiff", .fromTagTable = true},
+    {.muxer = "asf", .fromTagTable = true},
+    {.muxer = "au", .fromTagTable = true},
+    {.muxer = "avi", .fromTagTable = true, .copiesHdmv = true},
+    {.muxer = "wav", .fromTagTable = true},
     // Nearly.
-    {.muxer = "flv", .byTags = true, .more = kFlvMore, .less = kFlvLess, .sounds = kFlvSounds},
-    {.muxer = "ipod", .byTags = true, .more = kIpodPictures},
-    {.muxer = "matroska", .byTags = true, .more = kMatroskaMore},
-    {.muxer = "mov", .byTags = true, .more = kMovMore, .less = kMovLess},
-    {.muxer = "mp4", .byTags = true, .more = kMp4More, .less = kMp4Less, .sounds = kMp4Sounds},
+    {.muxer = "flv", .fromTagTable = true, .alsoStores = kFlvAlso, .exceptFor = kFlvNot, .audioLimits = kFlvLimits},
+    {.muxer = "ipod", .fromTagTable = true, .alsoStores = kIpodPictures},
+    {.muxer = "matroska", .fromTagTable = true, .alsoStores = kMatroskaAlso, .copiesHdmv = true},
+    {.muxer = "mov", .fromTagTable = true, .alsoStores = kMovAlso, .exceptFor = kMovNot},
+    {.muxer = "mp4",
+     .fromTagTable = true,
+     .alsoStores = kMp4Also,
+     .exceptFor = kMp4NotBefore60,
+     .audioLimits = kMp4Limits},
+    {.muxer = "mp4",
+     .since = 60,
+     .fromTagTable = true,
+     .alsoStores = kMp4Also,
+     .exceptFor = kMp4Not,
+     .audioLimits = kMp4Limits},
     // They have none.
     {.muxer = "ac3"},
     {.muxer = "adts"},
     {.muxer = "apng"},
     {.muxer = "ass"},
-    {.muxer = "dvd", .more = kProgramStream},
-    {.muxer = "flac", .more = kFlacPictures},
+    {.muxer = "dvd", .alsoStores = kProgramStream},
+    {.muxer = "flac", .alsoStores = kFlacPictures},
     {.muxer = "gif"},
-    {.muxer = "image2", .more = kPictures},
-    {.muxer = "mp3", .more = kId3Pictures},
-    {.muxer = "mpeg", .more = kProgramStream},
-    {.muxer = "mpegts", .more = kTransportStream},
-    {.muxer = "mxf", .more = kMxf, .sounds = kMxfSounds},
-    {.muxer = "ogg", .more = kOgg},
-    {.muxer = "ogv", .more = kOgg},
+    {.muxer = "image2", .alsoStores = kPictures, .pixelsOfEncoder = true},
+    {.muxer = "mp3", .alsoStores = kId3Pictures},
+    {.muxer = "mpeg", .alsoStores = kProgramStream},
+    {.muxer = "mpegts", .alsoStores = kTransportStream},
+    {.muxer = "mxf", .alsoStores = kMxf, .audioLimits = kMxfLimits},
+    {.muxer = "oga", .alsoStores = kOgg},
+    {.muxer = "ogg", .alsoStores = kOgg},
+    {.muxer = "ogv", .alsoStores = kOgg},
+    {.muxer = "opus", .alsoStores = kOgg},
+    {.muxer = "spx", .alsoStores = kOgg},
     {.muxer = "srt"},
-    {.muxer = "svcd", .more = kProgramStream},
-    {.muxer = "swf", .more = kSwf},
-    {.muxer = "vcd", .more = kProgramStream},
-    {.muxer = "vob", .more = kProgramStream},
-    {.muxer = "webm", .more = kWebm},
+    {.muxer = "svcd", .alsoStores = kProgramStream},
+    {.muxer = "swf", .alsoStores = kSwf},
+    {.muxer = "vcd", .alsoStores = kProgramStream},
+    {.muxer = "vob", .alsoStores = kProgramStream},
+    {.muxer = "webm", .alsoStores = kWebm},
+};
+
+/// Containers without a muxer of their own. FFmpeg looks through all of its muxers before it says so.
+const std::string* const kWithoutMuxer[] = {
+    &IFormatFile::FORMAT_M4B, &IFormatFile::FORMAT_M4R,   &IFormatFile::FORMAT_F4A,      &IFormatFile::FORMAT_MKA,
+    &IFormatFile::FORMAT_SSA, &IFormatFile::FORMAT_BMP,   &IFormatFile::FORMAT_PNG,      &IFormatFile::FORMAT_TIFF,
+    &IFormatFile::FORMAT_DPX, &IFormatFile::FORMAT_PBM,   &IFormatFile::FORMAT_JPEG2000, &IFormatFile::FORMAT_JPEGLS,
+    &IFormatFile::FORMAT_PCX, &IFormatFile::FORMAT_PGM,   &IFormatFile::FORMAT_PGMYUV,   &IFormatFile::FORMAT_PPM,
+    &IFormatFile::FORMAT_PAM, &IFormatFile::FORMAT_TARGA, &IFormatFile::FORMAT_XBM,      &IFormatFile::FORMAT_SGI,
+    &IFormatFile::FORMAT_XWD,
 };
 
 using Muxers = std::unordered_map<std::string_view, Muxer>;
 
-/// FFmpeg itself looks through all of its muxers for a name.
 Muxers MakeMuxers() {
     Muxers muxers;
     void* position = nullptr;
@@ -122,19 +147,89 @@ Muxers MakeMuxers() {
     }
     for (const MuxerRule& rule : kRules) {
         const auto muxer = muxers.find(rule.muxer);
-        if (muxer != muxers.end()) muxer->second.rule = &rule;
+        if (muxer != muxers.end() && AV_VERSION_MAJOR(avformat_version()) >= rule.since) muxer->second.rule = &rule;
     }
+    for (const std::string* name : kWithoutMuxer) muxers.try_emplace(*name);
     return muxers;
 }
 
 /// By name.
 const Muxers kMuxers = MakeMuxers();
 
+bool IsIn(std::span<const AVCodecID> ids, AVCodecID id) { return std::ranges::find(ids, id) != ids.end(); }
+
+bool HasTag(const AVOutputFormat& muxer, AVCodecID id) {
+    unsigned int tag = 0;
+    return muxer.codec_tag != nullptr && av_codec_get_tag2(muxer.codec_tag, id, &tag) != 0;
+}
+
+/// Whether the muxer stores the codec under that tag; one without tag tables does not mind.
+bool TakesTag(const AVOutputFormat& muxer, AVCodecID id, int64_t tag) {
+    if (tag == 0 || muxer.codec_tag == nullptr) return true;
+    if (tag < 0 || tag > int64_t{UINT32_MAX}) return false;
+    const AVCodecID known = av_codec_get_id(muxer.codec_tag, static_cast<unsigned int>(tag));
+    // An unknown tag is written as it is, unless the codec has another one.
+    return known == id || (known == AV_CODEC_ID_NONE && !HasTag(muxer, id));
+}
+
+/// MPEG-2 of a Blu-ray disc.
+constexpr int64_t kHdmv = MKTAG('H', 'D', 'M', 'V');
+
+/// Whether a source may have the tag where the muxer has another: it says no more than the codec, and the muxer
+/// chooses.
+bool IsSourcesTag(AVCodecID id, int64_t tag) {
+    return (id == AV_CODEC_ID_AC3 && tag == MKTAG('A', 'C', '-', '3')) ||
+           (id == AV_CODEC_ID_MPEG4 && (tag == MKTAG('m', 'p', '4', 'v') || tag == MKTAG('X', 'V', 'I', 'D')));
+}
+
+bool IsWithin(const AudioLimits& limits, const IFormatCodecAudio& codec) {
+    const auto rates = limits.sampleRates;
+    if (codec.ExistsSampleRate() && !rates.empty() && std::ranges::find(rates, codec.GetSampleRate()) == rates.end()) {
+        return false;
+    }
+    if (!codec.ExistsChannelLayout() || limits.mostChannels == 0) return true;
+    const LayoutRecord* layout = LayoutRecord::Find(codec.GetChannelLayout());
+    return layout == nullptr || layout->channels <= limits.mostChannels;
+}
+
+bool IsWithinLimits(const MuxerRule& rule, AVCodecID id, const IFormatCodec& codec) {
+    const auto limits = std::ranges::find(rule.audioLimits, id, &AudioLimits::codec);
+    if (limits != rule.audioLimits.end()) {
+        const auto* audio = dynamic_cast<const IFormatCodecAudio*>(&codec);
+        return audio == nullptr || IsWithin(*limits, *audio);
+    }
+    if (!rule.pixelsOfEncoder) return true;
+    const auto* video = dynamic_cast<const IFormatCodecVideo*>(&codec);
+    return video == nullptr || !video->ExistsPixelFormat() ||
+           FFWrapper::EncoderTakesPixelFormat(video->GetCodecID(), video->GetPixelFormat());
+}
+
 }  // namespace
 
 Muxer FindMuxer(const std::string& container) {
-    const auto known = kMuxers.find(FFWrapper::MuxerNameFromFormatName(container));
-    return known != kMuxers.end() ? known->second : Muxer();
+    const std::string& name = FFWrapper::MuxerNameFromFormatName(container);
+    const auto known = kMuxers.find(name);
+    if (known != kMuxers.end()) return known->second;
+    // Written otherwise, or registered since the library was loaded.
+    const AVOutputFormat* format = av_guess_format(name.c_str(), nullptr, nullptr);
+    if (format == nullptr) return {};
+    const auto own = kMuxers.find(std::string_view(format->name));
+    return own != kMuxers.end() ? own->second : Muxer{format};
+}
+
+bool Stores(const Muxer& muxer, AVCodecID id, const IFormatCodec& codec) {
+    const auto& [format, rule] = muxer;
+    const int64_t tag = IsSourcesTag(id, codec.GetCodecTag()) ? 0 : codec.GetCodecTag();
+    const bool isCopied = codec.ExistsLossless() && codec.GetLossless();
+    if (isCopied && format->codec_tag != nullptr && id == AV_CODEC_ID_MPEG2VIDEO && tag == kHdmv) {
+        return rule != nullptr && rule->copiesHdmv;
+    }
+    if (!TakesTag(*format, id, tag)) return false;
+    // A stream that is copied goes by the muxer's tags alone.
+    if (rule == nullptr || (isCopied && format->codec_tag != nullptr)) return HasTag(*format, id);
+    const bool isStored =
+        IsIn(rule->alsoStores, id) || (rule->fromTagTable && !IsIn(rule->exceptFor, id) && HasTag(*format, id));
+    return isStored && IsWithinLimits(*rule, id, codec);
 }
 
 }  // namespace Kestro::Conf
