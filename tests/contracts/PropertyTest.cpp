@@ -29,12 +29,8 @@ constexpr std::nullopt_t kThrows = std::nullopt;
 
 /// root{a{x=1,y=text},b=2,c}
 Property Tree(const std::string& text = "text") {
-    Property root("root");
-    Property& a = root.SetChild("a");
-    a.SetChild("x", 1);
-    a.SetChild("y", text);
-    root.SetChild("b", 2);
-    root.SetChild("c");
+    Property root = TreeOf("root{a{x=1,y},b=2,c}");
+    root["a"].SetChild("y", text);
     return root;
 }
 
@@ -127,19 +123,15 @@ TEST(PropertyConversions, EveryKindIntoEveryOther) {
 }
 
 TEST(PropertyConversions, PrintedTextsReadBack) {
-    const auto text = [](const Property& value) { return Property("", PropertyValueToString(value)); };
-    for (const bool value : {true, false}) EXPECT_EQ(text(Property("", value)).GetBool(), value);
-    for (const int64_t value : {kMin, kMin + 1, int64_t{-1}, int64_t{0}, kMax}) {
-        EXPECT_EQ(text(Property("", value)).GetInt64(), value);
-    }
-    for (const double value : {0.1, -1 / 3.0, 1e21, 1e-7, DBL_MAX, DBL_MIN, DBL_TRUE_MIN, 0x1p63, 30000 / 1001.0}) {
-        EXPECT_EQ(text(Property("", value)).GetDouble(), value) << PropertyValueToString(Property("", value));
-    }
-    for (const Ratio& value : {Ratio(30000, 1001), Ratio(kMin), Ratio(-1, kMax), Ratio(kMax, kMax - 1), Ratio(0)}) {
-        EXPECT_EQ(text(Property("", value)).GetRatio(), value);
-    }
-    EXPECT_EQ(PropertyValueToString(Property("empty")), "");
-    EXPECT_EQ(PropertyValueToString(Tree()), "");
+    const auto text = [](const auto& value) { return Property("", PropertyValueToString(Property("", value))); };
+    for (const bool value : {true, false}) EXPECT_EQ(text(value).GetBool(), value);
+    for (const int64_t value : {kMin, kMin + 1, int64_t{-1}, int64_t{0}, kMax})
+        EXPECT_EQ(text(value).GetInt64(), value);
+    for (const double value : {0.1, -1 / 3.0, 1e21, 1e-7, DBL_MAX, DBL_MIN, DBL_TRUE_MIN, 0x1p63, 30000 / 1001.0})
+        EXPECT_EQ(text(value).GetDouble(), value);
+    for (const Ratio& value : {Ratio(30000, 1001), Ratio(kMin), Ratio(-1, kMax), Ratio(kMax, kMax - 1), Ratio(0)})
+        EXPECT_EQ(text(value).GetRatio(), value);
+    EXPECT_EQ(PropertyValueToString(Property("empty")) + PropertyValueToString(Tree()), "");
 }
 
 // One change of root{a{x=1,y=text},b=2,c} and the tree after it.
@@ -278,21 +270,12 @@ TEST(PropertyComparison, TypeValueAndChildrenCount) {
     }
 }
 
+/// A child without the field that is looked for stands before the others.
 Property Streams() {
-    Property root("preset");
-    Property& streams = root.SetChild("Streams");
-    const auto add = [&streams](const char* name, const char* type, const char* codec) {
-        Property& stream = streams.SetChild(name);
-        stream.SetChild("TypeId", type);
-        stream.SetChild("Codec").SetChild("Id", codec);
-        stream.SetChild("Rate", 48000);
-    };
-    add("0", "video", "h264");
-    add("1", "audio", "aac");
-    add("2", "audio", "mp3");
-    streams.SetChild("plain", "audio");
-    root.SetChild("").SetChild("", "unnamed");
-    root.SetChild("odd").SetChild("k").SetChild("TypeId", "a=b");
+    Property root = TreeOf(
+        "preset{Streams{plain=audio,other{Rate=8000},0{TypeId=video,Codec{Id=h264},Rate=48000},"
+        "1{TypeId=audio,Codec{Id=aac},Rate=48000},2{TypeId=audio,Codec{Id=mp3},Rate=48000}},{=unnamed},odd{k}}");
+    root["odd"]["k"].SetChild("TypeId", "a=b");
     return root;
 }
 
@@ -387,20 +370,16 @@ Property Chain() {
     return root;
 }
 
-TEST(PropertyDepth, ADeepTreeIsMovedAndDestroyed) {
+TEST(PropertyDepth, ADeepTreeIsCopiedComparedMovedAndDestroyed) {
     Property root = Chain();
-    Property moved = std::move(root);
-    EXPECT_EQ(moved["x"]["x"].Count(), 1U);
-    moved["x"]["x"].RemoveAll();
-    EXPECT_EQ(Dump(moved), "root{x{x}}");
-}
-
-TEST(PropertyDepth, ADeepTreeIsCopiedAndCompared) {
-    const Property root = Chain();
     Property copy = root;
     EXPECT_TRUE(copy == root);
     copy["x"].CopyDataFrom(root);
     EXPECT_FALSE(copy == root);
+    Property moved = std::move(root);
+    EXPECT_EQ(moved["x"]["x"].Count(), 1U);
+    moved["x"]["x"].RemoveAll();
+    EXPECT_EQ(Dump(moved), "root{x{x}}");
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <latch>
 #include <string>
@@ -9,16 +7,11 @@
 #include "Kestro/Conf/ConstraintIsNotApplicableForTypeException.h"
 #include "Kestro/Conf/DataHelpers/ConstraintRange.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
-#include "Kestro/Conf/DataHelpers/DataHelpers.h"
-#include "Kestro/Conf/DataHelpers/GlobalHeaderFunctions.h"
 #include "Kestro/Conf/DataHelpers/PairValidationRule.h"
 #include "Kestro/Conf/HelperException.h"
-#include "Kestro/Conf/IFormatCodecAudio.h"
-#include "Kestro/Conf/IFormatCodecVideo.h"
-#include "Kestro/Conf/IPreset.h"
 
-#include "tests/CallLog.h"
 #include "tests/Failure.h"
+#include "tests/Helpers.h"
 
 // Run under the thread sanitizer, which finds what chance does not.
 
@@ -26,13 +19,12 @@ namespace Kestro::Conf {
 namespace {
 
 using Core::Dump;
-using Core::NodeOf;
 using Core::Property;
 
 constexpr int kThreads = 4;
 
-/// Runs the work on all threads at once, first use included; what each returns.
-std::vector<std::string> OnAllThreads(const std::function<std::string()>& work) {
+/// Runs the work on all threads at once, first use included; what all of them return.
+std::string OnAllThreads(const std::function<std::string()>& work) {
     std::vector<std::string> results(kThreads);
     std::latch start(kThreads);
     std::vector<std::thread> threads;
@@ -43,27 +35,24 @@ std::vector<std::string> OnAllThreads(const std::function<std::string()>& work) 
         });
     }
     for (std::thread& thread : threads) thread.join();
-    return results;
+    for (const std::string& result : results) EXPECT_EQ(result, results.front());
+    return results.front();
 }
 
-/// Every answer of a helper, and what it makes of a preset with those values.
-std::string Use(const IDataHelper& helper, const Property& settings) {
-    std::string text = Dump(helper.GetDefaultSettings());
-    ConstraintMap constraints;
-    helper.FillConstraints(constraints);
-    ValidationRuleList rules;
-    helper.FillValidationRules(rules);
-    for (const auto& [path, rule] : rules) constraints.emplace(rule->GetSecondName(), rule->GetSecondConstraint());
-    for (const auto& [key, constraint] : constraints) {
-        text += key + CallLog::Of(*constraint) + constraint->GetDescription(key);
-        for (Property value : {Property("", "nope"), Property("", 12345), Property("", 0.5)}) {
+/// Every answer of a helper, what its constraints make of values, and what it makes of its own preset.
+std::string Use(const Key& key) {
+    Subject subject(key.first, key.second);
+    std::string text = subject.Answers();
+    for (const auto& [path, rule] : subject.rules)
+        subject.constraints.emplace(rule->GetSecondName(), rule->GetSecondConstraint());
+    for (const auto& [path, constraint] : subject.constraints) {
+        for (Property value : {Property("", "nope"), Property("", 12345), Property("", 0.5)})
             text += constraint->CorrectValue(value) ? Dump(value) : " no ";
-        }
     }
-    Property node = settings;
+    Property node = Core::TreeOf("CodecVideo{Width=640,Height=480,Fps=25/1,SampleRate=8000,Layout=mono,SampleFmt=s16}");
     try {
-        helper.ApplyPresetSettings(helper.GetDefaultSettings(), node);
-        helper.CorrectFormatCodec(node);
+        subject.helper->ApplyPresetSettings(subject.helper->GetDefaultSettings(), node);
+        subject.helper->CorrectFormatCodec(node);
     } catch (const Exception& e) {
         text += e.what();
     }
@@ -71,27 +60,13 @@ std::string Use(const IDataHelper& helper, const Property& settings) {
 }
 
 TEST(Threads, ShareTheWholeRegistry) {
-    const std::string types[] = {IPreset::KEY_FORMAT, IPreset::KEY_FILTER_AUDIO_CODEC, IPreset::KEY_FILTER_VIDEO_CODEC};
-    const Property source = NodeOf("CodecVideo", {{"Width", 640},
-                                                  {"Height", 480},
-                                                  {"Fps", Property::Ratio(25)},
-                                                  {"SampleRate", 8000},
-                                                  {"Layout", "mono"},
-                                                  {"SampleFmt", "s16"}});
-    const auto results = OnAllThreads([&] {
-        std::string text;
-        for (const std::string& type : types) {
-            for (const auto& [name, helper] : GetAvailableDataHelpers(type)) {
-                text += Use(*CreateDataHelper(type, name), source);
-            }
-        }
-        return text + (FormatHasGlobalHeader("mp4") ? "header" : "") + (CodecHasGlobalHeader("aac") ? "header" : "");
+    const std::string text = OnAllThreads([] {
+        std::string answers;
+        for (const Key& key : AllKeys()) answers += Use(key);
+        return answers + (FormatHasGlobalHeader("mp4") && CodecHasGlobalHeader("aac") ? "headers" : "");
     });
-    for (const std::string& result : results) EXPECT_EQ(result, results.front());
-    EXPECT_GT(results.front().size(), 1000U);
-    for (const std::string& type : types) {
-        for (const auto& [name, helper] : GetAvailableDataHelpers(type)) EXPECT_EQ(helper->GetRefCount(), 1) << name;
-    }
+    EXPECT_TRUE(text.ends_with("headers"));
+    for (const auto& [type, name] : AllKeys()) EXPECT_EQ(CreateDataHelper(type, name)->GetRefCount(), 2) << name;
 }
 
 TEST(Threads, DropHandlesOfOthers) {
@@ -106,8 +81,7 @@ TEST(Threads, DropHandlesOfOthers) {
         // Made here, shared by all, and dropped wherever the last thread ends.
         const auto range = ConstraintRange::Create(int64_t{0}, int64_t{200}, int64_t{0});
         const auto rule = PairValidationRule::Create("", range, "", range);
-        std::vector<Handles> shared(
-            20, {helper, ConstraintSet::Create(PropertyTypes::Int64, NodeOf("", {{"1", 1}})), rule});
+        std::vector<Handles> shared(20, {helper, ConstraintSet::Create(ConstraintSet::Named<int64_t>{{"1", 1}}), rule});
         std::vector<std::thread> threads;
         for (int i = 0; i < kThreads; ++i) {
             threads.emplace_back([mine = shared]() mutable {
@@ -129,21 +103,18 @@ TEST(Threads, DropHandlesOfOthers) {
 
 TEST(Threads, FailEachForItself) {
     const auto set = ConstraintSet::Create(ConstraintSet::Named<int64_t>{{"one", 1}});
-    const auto results = OnAllThreads([&] {
+    OnAllThreads([&] {
         for (int i = 0; i < 100; ++i) {
             const std::string name = "name " + std::to_string(i);
             ExpectFailure<HelperException>(
                 [&] { CreateDataHelper(IPreset::KEY_FORMAT, name); },
                 [&](const Exception& e) { EXPECT_EQ(InfoOf<HelperException::TagTypeIsNotFound>(e), name); });
             ExpectFailure<ConstraintIsNotApplicableForTypeException>(
-                [&] {
-                    set->IsValid({"", "text"});
-                },
+                [&] { set->IsValid(Property("", "text")); },
                 [](const Exception& e) { EXPECT_EQ(PlaceOf(e).line, 69); });
         }
         return set->GetDescription("BitRate");
     });
-    for (const std::string& result : results) EXPECT_EQ(result, results.front());
 }
 
 }  // namespace
