@@ -168,13 +168,22 @@ protected:
         Property codec = source;
         subject_.helper->ApplyPresetSettings(preset, codec);
         subject_.helper->CorrectFormatCodec(codec);
+        // Packed and planar formats hold the same samples; the encoder is given the one that it takes.
+        if (const SampleFmtRecord* given = isAudio_ ? SampleFmtRecord::Find(codec["SampleFmt"].GetString()) : nullptr) {
+            const auto formats = FFWrapper::EncoderCapabilities::Find(encoder_)->sampleFormats;
+            if (std::ranges::find(formats, given->code) == formats.end())
+                codec["SampleFmt"] = std::string(SampleFmtRecord::Find(given->alternative)->name);
+        }
         if (preset.ChildExists(IFormatCodec::TAG_GLOBAL_HEADER)) codec.SetChild(IFormatCodec::TAG_GLOBAL_HEADER, true);
         return codec;
     }
 
     /// What the encoder made of that node; nothing when it did as the settings say.
-    std::string Outcome(const Property& codec, const std::optional<Encoded>& encoded) const {
+    std::string Outcome(Property codec, const std::optional<Encoded>& encoded) const {
         if (!encoded) return "refused";
+        // The bitrate of PCM is that of the samples given: those of 24 bits come in 32.
+        if (Property* rate = GetParam().second.find("24") != std::string::npos ? &codec["BitRate"] : nullptr)
+            *rate = rate->GetInt64() * 24 / 32;
         if (encoded->decoded == 0) return "unreadable";
         if (!isAudio_ && encoded->decoded != encoded->sent) return "another number of frames";
         for (const Property& found : encoded->settings) {

@@ -185,8 +185,7 @@ std::vector<Getter<Codec>> Common() {
     return {GETTER(Codec, IFormatCodec::TAG_CODEC_ID, "h264", CodecID),
             GETTER(Codec, IFormatCodec::TAG_BITRATE, 128000, Bitrate),
             GETTER(Codec, IFormatCodec::TAG_CODEC_TAG, int64_t{0xFFFFFFFF}, CodecTag),
-            GETTER(Codec, IFormatCodec::TAG_LOSSLESS, false, Lossless),
-            GETTER(Codec, IFormatCodec::TAG_MAIN_STREAM, true, MainStream)};
+            GETTER(Codec, IFormatCodec::TAG_LOSSLESS, false, Lossless)};
 }
 
 TEST(Descriptions, GiveWhatTheNodeHoldsAndNothingElse) {
@@ -207,6 +206,8 @@ TEST(Descriptions, GiveWhatTheNodeHoldsAndNothingElse) {
     EXPECT_TRUE(unknown->GetChannelLayout() == ChannelLayout::Unknown &&
                 unknown->GetSampleFormat() == SampleFormats::None);
     EXPECT_FALSE(Audio::Create(TreeOf("c{Layout=1}"))->ExistsChannelLayout());
+    for (const auto& [node, isMain] : {std::pair("c", false), {"c{MainStream=1}", false}, {"c{MainStream=true}", true}})
+        EXPECT_EQ(Audio::Create(TreeOf(node))->GetMainStream(), isMain) << node;
     EXPECT_EQ(sound->GetStreamType(), StreamType::Audio);
     EXPECT_EQ(Video::Create(Property())->GetStreamType(), StreamType::Video);
     EXPECT_EQ(IFormatCodecSubtitle::Create(Property())->GetStreamType(), StreamType::Subtitle);

@@ -104,9 +104,18 @@ TEST(CodecIsSupported, GoesByTagsAndParameters) {
         {"nope", "c{CodecId=aac}", false},
         {"mp4", "c{CodecId=h264,CodecTag=828601953}", true},     // avc1
         {"mp4", "c{CodecId=hevc,CodecTag=1983148141}", false},   // another codec's
-        {"mp4", "c{CodecId=mpeg4,CodecTag=1145656920}", false},  // XVID, where mp4v belongs
+        {"mp4", "c{CodecId=mpeg4,CodecTag=1482049860}", false},  // DIVX, where mp4v belongs
         {"mp4", "c{CodecId=mpeg4,CodecTag=6278115437}", false},  // mp4v above 32 bits
+        {"matroska", "c{CodecId=hevc,CodecTag=-1}", false},
+        // XVID, mp4v and AC-3: as a source had them, whatever the muxer's own.
+        {"mp4", "c{CodecId=mpeg4,CodecTag=1145656920}", true},
         {"avi", "c{CodecId=mpeg4,CodecTag=1145656920}", true},
+        {"mpeg", "c{CodecId=mpeg4,CodecTag=1983148141}", true},
+        {"webm", "c{CodecId=mpeg4,CodecTag=1983148141}", false},
+        {"mp4", "c{CodecId=hevc,CodecTag=1145656920}", false},
+        {"wav", "c{CodecId=ac3,CodecTag=858604353}", true},
+        {"mov", "c{CodecId=ac3,CodecTag=858604353,Lossless=true}", true},
+        {"mov", "c{CodecId=eac3,CodecTag=858604353,Lossless=true}", false},
         {"mpegts", "c{CodecId=h264,CodecTag=828601953}", true},  // has no tags
         {"matroska", "c{CodecId=hevc}", true},                   // has no tag for it
         {"mp4", "c{CodecId=h264,Lossless=true}", false},
@@ -120,6 +129,12 @@ TEST(CodecIsSupported, GoesByTagsAndParameters) {
         {"flv", "c{CodecId=pcm_s16le,SampleRate=44100,Layout=quad}", false},
         {"nut", "c{CodecId=h264}", true},  // a muxer that has no helper
         {"nut", "c{CodecId=pam}", false},
+        {"MP4", "c{CodecId=h264}", true},  // as FFmpeg takes a name
+        {"Matroska", "c{CodecId=hevc}", true},
+        {"Matroska", "c{CodecId=pam}", false},
+        {"mka", "c{CodecId=aac}", false},  // no muxer's name
+        {"bmp", "c{CodecId=bmp}", false},
+        {"flv", "c{CodecId=pcm_s16le,SampleRate=48000,Layout=stereo}", false},
         {"mp4", "c{CodecId=nope}", false},
         {"mp4", "c{CodecId=h264,CodecTag=text}", false},
     };
