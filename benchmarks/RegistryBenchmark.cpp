@@ -20,7 +20,7 @@ using namespace Kestro::Conf;
 
 void Find(benchmark::State& state, const std::string& type, const std::string& name) {
     const int64_t allocations = AllocationCount();
-    for (auto _ : state) benchmark::DoNotOptimize(CreateDataHelper(type, name));
+    for (auto _ : state) benchmark::DoNotOptimize(CreateDataHelper(type, name).get());
     state.counters["allocations"] =
         benchmark::Counter(static_cast<double>(AllocationCount() - allocations), benchmark::Counter::kAvgIterations);
 }
@@ -29,7 +29,7 @@ void Find(benchmark::State& state, const std::string& type, const std::string& n
 void FindNothing(benchmark::State& state, const std::string& type, const std::string& name) {
     for (auto _ : state) {
         try {
-            benchmark::DoNotOptimize(CreateDataHelper(type, name));
+            benchmark::DoNotOptimize(CreateDataHelper(type, name).get());
             state.SkipWithError("there is such a helper");
         } catch (const HelperException& exception) {
             benchmark::DoNotOptimize(exception.what());
