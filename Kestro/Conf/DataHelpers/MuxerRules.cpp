@@ -50,6 +50,9 @@ constexpr AVCodecID kMp4Also[] = {AV_CODEC_ID_BMP};
 // MP2 shares its number with MP3; FLAC was experimental before FFmpeg 6 (libavformat 60).
 constexpr AVCodecID kMp4Not[] = {AV_CODEC_ID_MP2};
 constexpr AVCodecID kMp4NotBefore60[] = {AV_CODEC_ID_MP2, AV_CODEC_ID_FLAC};
+// MP4 of one video and one audio stream for a player of before these.
+constexpr AVCodecID kPspNot[] = {AV_CODEC_ID_VP9,  AV_CODEC_ID_AV1,      AV_CODEC_ID_OPUS,        AV_CODEC_ID_MP2,
+                                 AV_CODEC_ID_FLAC, AV_CODEC_ID_MOV_TEXT, AV_CODEC_ID_DVD_SUBTITLE};
 constexpr int64_t kMp4Mp3Rates[] = {16'000, 22'050, 24'000, 32'000, 44'100, 48'000};
 constexpr AudioLimits kMp4Limits[] = {{AV_CODEC_ID_MP3, kMp4Mp3Rates}};
 
@@ -97,6 +100,7 @@ constexpr MuxerRule kRules[] = {
      .alsoStores = kMp4Also,
      .exceptFor = kMp4Not,
      .audioLimits = kMp4Limits},
+    {.muxer = "psp", .fromTagTable = true, .exceptFor = kPspNot, .audioLimits = kMp4Limits},
     // They have none.
     {.muxer = "ac3"},
     {.muxer = "adts"},

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <cstdint>  // before FFmpeg's headers, which want its macros
+
 extern "C" {
 #include <libavformat/avformat.h>
 }
 
-#include <cstdint>
 #include <span>
 #include <string>
 
