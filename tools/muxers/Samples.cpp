@@ -1,4 +1,4 @@
-#include "Samples.h"
+#include "tools/muxers/Samples.h"
 
 extern "C" {
 #include <libavcodec/codec_desc.h>
@@ -9,12 +9,13 @@ extern "C" {
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 #include "Kestro/FFWrapper/SupportedValues.h"
 
-namespace MuxerTest {
+namespace Measure {
 namespace {
 
 constexpr int kFrames = 8;
@@ -51,12 +52,12 @@ AVPixelFormat NearestFormat(const AVCodec& encoder) {
     const bool isFull = encoder.id == AV_CODEC_ID_MJPEG;
     const AVPixelFormat wanted = isFull ? AV_PIX_FMT_YUVJ420P : AV_PIX_FMT_YUV420P;
     const auto formats = Kestro::FFWrapper::PixelFormats(encoder);
-    if (formats.empty()) return wanted;
-    return avcodec_find_best_pix_fmt_of_list(formats.data(), wanted, 0, nullptr);
+    // The list ends with AV_PIX_FMT_NONE, as FFmpeg's function wants it.
+    return formats.empty() ? wanted : avcodec_find_best_pix_fmt_of_list(formats.data(), wanted, 0, nullptr);
 }
 
 bool EncodeVideo(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
-    const Ffmpeg::Context encoder(avcodec_alloc_context3(&codec));
+    const Ffmpeg::Encoder encoder(avcodec_alloc_context3(&codec));
     const bool isDv = codec.id == AV_CODEC_ID_DVVIDEO;
     encoder->width = isDv ? 720 : 352;
     encoder->height = isDv ? 576 : 288;
@@ -96,7 +97,7 @@ bool EncodeVideo(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
 }
 
 bool EncodeAudio(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
-    const Ffmpeg::Context encoder(avcodec_alloc_context3(&codec));
+    const Ffmpeg::Encoder encoder(avcodec_alloc_context3(&codec));
     encoder->sample_rate = kind.sampleRate;
     encoder->sample_fmt = Kestro::FFWrapper::SampleFormats(codec).front();
     encoder->time_base = {1, encoder->sample_rate};
@@ -104,6 +105,11 @@ bool EncodeAudio(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
     encoder->bit_rate = codec.id == AV_CODEC_ID_DTS ? 1'024'000 : takesMuch && kind.channels > 2 ? 320'000 : 64'000;
     encoder->strict_std_compliance = FF_COMPLIANCE_EXPERIMENTAL;
     av_channel_layout_default(&encoder->ch_layout, kind.channels);
+    for (const AVChannelLayout& layout : Kestro::FFWrapper::Layouts(codec)) {
+        if (layout.nb_channels != kind.channels) continue;
+        av_channel_layout_copy(&encoder->ch_layout, &layout);
+        break;
+    }
     if (kind.globalHeader) encoder->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     if (avcodec_open2(encoder.get(), &codec, nullptr) < 0) return false;
     const Ffmpeg::Frame frame(av_frame_alloc());
@@ -126,7 +132,7 @@ bool EncodeAudio(const AVCodec& codec, const SampleKind& kind, Sample& sample) {
 
 /// A picture of four colours, as the subtitles of discs and broadcasts are.
 bool EncodeBitmapSubtitle(const AVCodec& codec, Sample& sample) {
-    const Ffmpeg::Context encoder(avcodec_alloc_context3(&codec));
+    const Ffmpeg::Encoder encoder(avcodec_alloc_context3(&codec));
     encoder->width = 352;
     encoder->height = 288;
     encoder->time_base = {1, 1000};
@@ -205,33 +211,40 @@ void Describe(AVCodecID id, AVMediaType type, Sample& sample) {
     for (int i = 0; i < kFrames; ++i) AddPacket(sample, std::string(32, '\x3C'), i * step, step);
 }
 
-}  // namespace
-
-std::optional<Sample> MakeSample(const std::string& codecId, const SampleKind& kind) {
-    const AVCodecID id = Kestro::FFWrapper::CodecIDFromTextID(codecId);
-    const AVCodecDescriptor* descriptor = avcodec_descriptor_get(id);
-    if (descriptor == nullptr) return std::nullopt;
+/// Nothing where the encoder does not make it.
+std::optional<Sample> MakeSample(const std::string& codecId, const AVCodec* encoder, const SampleKind& kind) {
+    const AVCodecDescriptor& descriptor = *avcodec_descriptor_get(Kestro::FFWrapper::CodecIDFromTextID(codecId));
     Sample sample{.codecId = codecId, .parameters = Ffmpeg::Parameters(avcodec_parameters_alloc())};
-    sample.parameters->codec_type = descriptor->type;
-    sample.parameters->codec_id = id;
-    const AVCodec* encoder = avcodec_find_encoder_by_name(Kestro::FFWrapper::EncoderNameFromCodecId(codecId).c_str());
-    if (descriptor->type == AVMEDIA_TYPE_SUBTITLE) {
+    sample.parameters->codec_type = descriptor.type;
+    sample.parameters->codec_id = descriptor.id;
+    if (descriptor.type == AVMEDIA_TYPE_SUBTITLE) {
         sample.timeBase = {1, 1000};
         sample.parameters->width = 352;
         sample.parameters->height = 288;
-        if (WriteText(id, sample)) return sample;
+        if (WriteText(descriptor.id, sample)) return sample;
         if (encoder != nullptr && EncodeBitmapSubtitle(*encoder, sample)) return sample;
-        Describe(id, descriptor->type, sample);
+    }
+    if (encoder == nullptr || descriptor.type == AVMEDIA_TYPE_SUBTITLE) {
+        Describe(descriptor.id, descriptor.type, sample);
         return sample;
     }
-    if (encoder == nullptr) {
-        Describe(id, descriptor->type, sample);
-        return sample;
-    }
-    const bool isEncoded = descriptor->type == AVMEDIA_TYPE_VIDEO ? EncodeVideo(*encoder, kind, sample)
-                                                                  : EncodeAudio(*encoder, kind, sample);
+    const bool isEncoded = descriptor.type == AVMEDIA_TYPE_VIDEO ? EncodeVideo(*encoder, kind, sample)
+                                                                 : EncodeAudio(*encoder, kind, sample);
     if (!isEncoded) return std::nullopt;
     return sample;
 }
 
-}  // namespace MuxerTest
+}  // namespace
+
+std::vector<Sample> MakeSamples(const std::string& codecId, const SampleKind& kind) {
+    const std::string name = Kestro::FFWrapper::EncoderNameFromCodecId(codecId);
+    const AVCodec* preferred = avcodec_find_encoder_by_name(name.c_str());
+    const AVCodec* ffmpegs = avcodec_find_encoder(Kestro::FFWrapper::CodecIDFromTextID(codecId));
+    std::vector<Sample> samples;
+    for (const AVCodec* encoder : preferred == ffmpegs ? std::vector{preferred} : std::vector{preferred, ffmpegs}) {
+        if (auto sample = MakeSample(codecId, encoder, kind)) samples.push_back(std::move(*sample));
+    }
+    return samples;
+}
+
+}  // namespace Measure
