@@ -101,6 +101,7 @@ Fit FindFit(const std::string& codec, const std::string& container) {
         fit.reason = "the installed FFmpeg has no muxer for it";
         return fit;
     }
+    fit.ownMuxer = fit.muxer == container;
     if (IsImageMuxer(fit.muxer) && Kestro::Conf::IsVideoCodec(container) && codec != container) {
         fit.reason = "its files are of " + container + " alone";
         return fit;
@@ -148,6 +149,7 @@ Json ToJson(const std::vector<Fit>& fits) {
         entries.push_back({{"codec", fit.codec},
                            {"container", fit.container},
                            {"muxer", fit.muxer.empty() ? Json() : Json(fit.muxer)},
+                           {"ownMuxer", fit.ownMuxer},
                            {"fits", fit.fits},
                            {"reason", fit.reason.empty() ? Json() : Json(fit.reason)}});
     }
@@ -155,15 +157,19 @@ Json ToJson(const std::vector<Fit>& fits) {
 }
 
 void Print(std::ostream& out, const std::vector<Fit>& fits) {
+    const auto containerOf = [](const Fit& fit) {
+        return fit.container + (fit.muxer.empty() || fit.ownMuxer ? "" : " (written by " + fit.muxer + ")");
+    };
     std::size_t codecs = 0;
     std::size_t containers = 0;
     for (const Fit& fit : fits) {
         codecs = std::max(codecs, fit.codec.size());
-        containers = std::max(containers, fit.container.size());
+        containers = std::max(containers, containerOf(fit).size());
     }
     for (const Fit& fit : fits) {
-        out << fit.codec << std::string(codecs - fit.codec.size(), ' ') << "  " << fit.container
-            << std::string(containers - fit.container.size(), ' ') << "  " << (fit.fits ? "yes" : "no, " + fit.reason)
+        const std::string container = containerOf(fit);
+        out << fit.codec << std::string(codecs - fit.codec.size(), ' ') << "  " << container
+            << std::string(containers - container.size(), ' ') << "  " << (fit.fits ? "yes" : "no, " + fit.reason)
             << "\n";
     }
 }

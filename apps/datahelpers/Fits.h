@@ -14,7 +14,8 @@ namespace App {
 struct Fit {
     std::string codec;
     std::string container;
-    std::string muxer;  ///< FFmpeg's; empty when it has none for the container
+    std::string muxer;      ///< FFmpeg's, which was asked; empty when it has none for the container
+    bool ownMuxer = false;  ///< it bears the container's name. CodecIsSupported knows few other names
     bool fits = false;
     std::string reason;  ///< of a no
 };

@@ -174,7 +174,7 @@ TEST(CommandLine, HelpAndVersionAreNoFailures) {
 TEST(Fits, TellWhereACodecGoesAndWhyNot) {
     const std::tuple<const char*, const char*, const char*> rows[] = {
         {"vp9", "webm", "yes"},
-        {"aac", "mka", "yes"},  // written by another container's muxer
+        {"aac", "mka", "mka (written by matroska)  yes"},
         {"opus", "webm", "yes"},
         {"vp9", "mov", "refused by the muxer"},
         {"vp9", "mpegts", "would not read back as vp9"},
@@ -186,6 +186,8 @@ TEST(Fits, TellWhereACodecGoesAndWhyNot) {
         EXPECT_THAT(result.out, testing::HasSubstr(answer)) << codec << " " << container;
     }
     const Json all = Call({"fits", "--codec", "h264", "--json"}).AsJson();
+    const Json m4b = Call({"fits", "aac", "m4b", "--json"}).AsJson()["fits"][0];
+    EXPECT_TRUE(m4b["fits"] == true && m4b["muxer"] == "ipod" && m4b["ownMuxer"] == false) << m4b;
     EXPECT_EQ(all["fits"].size(), Call({"list", "formats", "--json"}).AsJson()["formats"].size());
     EXPECT_GT(Call({"fits", "--format", "mp4", "--json"}).AsJson()["fits"].size(), 60U);
     for (const Arguments& wrong :
