@@ -119,6 +119,11 @@ TEST_F(Plans, KeepContainersAndEncodersToTheirRules) {
     }
 }
 
+TEST_F(Plans, SayWhatTheMuxerDoesNotStore) {
+    const Json streams = Planned({"--format", "ipod", "--audio", "mp3"})["streams"];
+    EXPECT_TRUE(streams[0]["supported"] == true && streams[1]["supported"] == false) << streams;
+}
+
 TEST_F(Plans, TellWhatWasChosen) {
     const Json plan = Planned({"--format", "matroska", "--set", kVideo + "VideoCodec/RateControl=cbr_auto", "--set",
                                kVideo + "VideoResize/Resizer/Width=161"});
