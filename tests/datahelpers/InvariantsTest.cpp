@@ -150,7 +150,7 @@ TEST_P(Helper, RulesFindTheirWayAndTellWhatKeepsThemFromWhatBreaksThem) {
             for (const Property& value : values) {
                 tree.ChildByPath(rule->GetSecondName()).CopyDataFrom(value);
                 Laws::OfRules(*rule, tree);
-                const auto holds = Laws::Answer([&] { return rule->Validate(tree); });
+                const auto holds = Laws::Answer([&, &rule = rule] { return rule->Validate(tree); });
                 kept = kept || holds == true;
                 broken = broken || holds == false;
             }
