@@ -106,7 +106,7 @@ TEST(CodecIsSupported, GoesByTagsAndParameters) {
         {"mp4", "c{CodecId=hevc,CodecTag=1983148141}", false},   // another codec's
         {"mp4", "c{CodecId=mpeg4,CodecTag=1482049860}", false},  // DIVX, where mp4v belongs
         {"mp4", "c{CodecId=mpeg4,CodecTag=6278115437}", false},  // mp4v above 32 bits
-        {"matroska", "c{CodecId=hevc,CodecTag=-1}", false},
+        {"matroska", "c{CodecId=hevc,CodecTag=-2}", false},
         // XVID, mp4v and AC-3: as a source had them, whatever the muxer's own.
         {"mp4", "c{CodecId=mpeg4,CodecTag=1145656920}", true},
         {"avi", "c{CodecId=mpeg4,CodecTag=1145656920}", true},
@@ -123,6 +123,7 @@ TEST(CodecIsSupported, GoesByTagsAndParameters) {
         {"mp4", "c{CodecId=aac,Lossless=true}", true},
         {"matroska", "c{CodecId=hevc,Lossless=true,MainStream=true}", false},
         {"matroska", "c{CodecId=mpeg2video,CodecTag=1447904328,Lossless=true,MainStream=true}", true},  // HDMV
+        {"avi", "c{CodecId=mpeg2video,CodecTag=1447904328,Lossless=true,MainStream=true}", true},
         {"mov", "c{CodecId=mpeg2video,CodecTag=1447904328,Lossless=true,MainStream=true}", false},
         {"image2", "c{CodecId=pbm,PixelFmt=monow}", true},
         {"image2", "c{CodecId=pbm,PixelFmt=yuv420p}", false},

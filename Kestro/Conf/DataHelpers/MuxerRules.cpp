@@ -43,8 +43,10 @@ constexpr AVCodecID kMatroskaAlso[] = {AV_CODEC_ID_HEVC,   AV_CODEC_ID_PRORES, A
                                        AV_CODEC_ID_GIF,    AV_CODEC_ID_TIFF,   AV_CODEC_ID_SGI,
                                        AV_CODEC_ID_SUBRIP, AV_CODEC_ID_ASS,    AV_CODEC_ID_WEBVTT};
 // QuickTime stores under their tags in AVI and WAV what has none of its own.
-constexpr AVCodecID kMovAlso[] = {AV_CODEC_ID_THEORA,  AV_CODEC_ID_WMV2,   AV_CODEC_ID_WMV3,  AV_CODEC_ID_FLV1,
-                                  AV_CODEC_ID_UTVIDEO, AV_CODEC_ID_JPEGLS, AV_CODEC_ID_WMAV2, AV_CODEC_ID_VORBIS};
+constexpr AVCodecID kMovAlso[] = {AV_CODEC_ID_THEORA,  AV_CODEC_ID_WMV2,   AV_CODEC_ID_WMV3,   AV_CODEC_ID_FLV1,
+                                  AV_CODEC_ID_UTVIDEO, AV_CODEC_ID_JPEGLS, AV_CODEC_ID_VORBIS, AV_CODEC_ID_WMAV2};
+// FFmpeg 7 (libavformat 61) reads back no WMA.
+constexpr std::span<const AVCodecID> kMovAlsoSince61 = std::span(kMovAlso).first(7);
 constexpr AVCodecID kMovNot[] = {AV_CODEC_ID_VP8, AV_CODEC_ID_VP9, AV_CODEC_ID_AV1, AV_CODEC_ID_FLAC, AV_CODEC_ID_OPUS};
 constexpr AVCodecID kMp4Also[] = {AV_CODEC_ID_BMP};
 // MP2 shares its number with MP3; FLAC was experimental before FFmpeg 6 (libavformat 60).
@@ -89,6 +91,7 @@ constexpr MuxerRule kRules[] = {
     {.muxer = "ipod", .fromTagTable = true, .alsoStores = kIpodPictures},
     {.muxer = "matroska", .fromTagTable = true, .alsoStores = kMatroskaAlso, .copiesHdmv = true},
     {.muxer = "mov", .fromTagTable = true, .alsoStores = kMovAlso, .exceptFor = kMovNot},
+    {.muxer = "mov", .since = 61, .fromTagTable = true, .alsoStores = kMovAlsoSince61, .exceptFor = kMovNot},
     {.muxer = "mp4",
      .fromTagTable = true,
      .alsoStores = kMp4Also,
