@@ -232,8 +232,10 @@ void DataHelperCodecFFMPEG::CorrectAudioResamplerSettings(const Core::Property& 
         const auto rule = std::find_if(rules.begin(), rules.end(), concerns);
         if (rule == rules.end() || rule->second->GetSecondConstraint()->IsValid(settings[tag])) continue;
         const std::string value = Core::PropertyValueToString(settings[tag]);
-        Refuse("Can't fix value [" + tag + "] = " + value + " for encoder [" + codecId_ + "]", value,
-               BOOST_CURRENT_FUNCTION, __LINE__);
+        HelperException exception;
+        exception << TagDescription("Can't fix value [" + tag + "] = " + value + " for encoder [" + codecId_ + "]")
+                  << TagDetails(value) << HelperException::TagSetting(tag);
+        Throw(exception, boost::source_location(kSource, __LINE__, BOOST_CURRENT_FUNCTION));
     }
 }
 

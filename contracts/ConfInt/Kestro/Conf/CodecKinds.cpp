@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecSubtitle.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 
 namespace Kestro::Conf {
@@ -36,6 +37,20 @@ constexpr std::reference_wrapper<const std::string> kVideoCodecIds[] = {
     IFormatCodecVideo::CODEC_ID_XBM,        IFormatCodecVideo::CODEC_ID_SGI,        IFormatCodecVideo::CODEC_ID_XWD,
 };
 
+constexpr std::reference_wrapper<const std::string> kSubtitleCodecIds[] = {
+    IFormatCodecSubtitle::CODEC_ID_SRT,
+    IFormatCodecSubtitle::CODEC_ID_SUBRIP,
+    IFormatCodecSubtitle::CODEC_ID_SSA,
+    IFormatCodecSubtitle::CODEC_ID_ASS,
+    IFormatCodecSubtitle::CODEC_ID_TEXT,
+    IFormatCodecSubtitle::CODEC_ID_MOV_TEXT,
+    IFormatCodecSubtitle::CODEC_ID_XSUB,
+    IFormatCodecSubtitle::CODEC_ID_DVB_TELETEXT,
+    IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE,
+    IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE,
+    IFormatCodecSubtitle::CODEC_ID_HDMV_PGS_SUBTITLE,
+};
+
 bool Contains(CodecIds ids, const std::string& codecId) {
     return std::ranges::any_of(ids, [&codecId](const std::string& id) { return id == codecId; });
 }
@@ -45,6 +60,8 @@ bool Contains(CodecIds ids, const std::string& codecId) {
 CodecIds AudioCodecIds() { return kAudioCodecIds; }
 
 CodecIds VideoCodecIds() { return kVideoCodecIds; }
+
+CodecIds SubtitleCodecIds() { return kSubtitleCodecIds; }
 
 bool IsAudioCodec(const std::string& codecId) { return Contains(kAudioCodecIds, codecId); }
 

@@ -12,6 +12,8 @@ namespace Kestro::Conf {
 KESTRO_CONFINT_API std::span<const std::reference_wrapper<const std::string>> AudioCodecIds();
 /// The codec ids of IFormatCodecVideo, images included.
 KESTRO_CONFINT_API std::span<const std::reference_wrapper<const std::string>> VideoCodecIds();
+/// The codec ids of IFormatCodecSubtitle.
+KESTRO_CONFINT_API std::span<const std::reference_wrapper<const std::string>> SubtitleCodecIds();
 
 /// Whether the id is one of AudioCodecIds() (VideoCodecIds()). IFormatCodec::CODEC_ID_AUTO is neither.
 KESTRO_CONFINT_API bool IsAudioCodec(const std::string& codecId);

@@ -14,6 +14,9 @@ public:
     /// The helper name that is missing from that table.
     using TagTypeIsNotFound = boost::error_info<struct TagTypeIsNotFoundTag, std::string>;
 
+    /// The tag of the setting whose value a helper cannot correct.
+    using TagSetting = boost::error_info<struct TagSettingTag, std::string>;
+
     HelperException();
     HelperException(const HelperException&);
     HelperException& operator=(const HelperException&);

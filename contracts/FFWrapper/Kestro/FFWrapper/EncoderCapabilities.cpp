@@ -9,17 +9,11 @@ extern "C" {
 #include <libavutil/pixdesc.h>
 }
 
-#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/FFWrapper/EncoderRecord.h"
 #include "Kestro/FFWrapper/SampleFormatMapping.h"
 #include "Kestro/FFWrapper/SupportedValues.h"
 
 namespace Kestro::FFWrapper {
-namespace {
-
-/// FFmpeg's own AAC encoder.
-constexpr const char* kAac = "aac";
-
-}  // namespace
 
 std::optional<EncoderCapabilities> EncoderCapabilities::Find(const std::string& encoderName) {
     const AVCodec* encoder = avcodec_find_encoder_by_name(encoderName.c_str());
@@ -37,9 +31,8 @@ std::optional<EncoderCapabilities> EncoderCapabilities::Find(const std::string& 
     for (const AVPixelFormat format : PixelFormats(*encoder)) {
         if (const char* name = av_get_pix_fmt_name(format)) capabilities.pixelFormats.emplace_back(name);
     }
-    if (encoderName == kAac) {
-        capabilities.profiles = {Conf::IFormatCodecAudio::TAG_AAC_PROFILE_LOW,
-                                 Conf::IFormatCodecAudio::TAG_AAC_PROFILE_LTP};
+    if (const EncoderRecord* record = EncoderRecord::Find(encoderName)) {
+        for (const std::string* profile : record->profiles) capabilities.profiles.push_back(*profile);
     }
     for (const AVRational rate : FrameRates(*encoder)) capabilities.frameRates.emplace_back(rate.num, rate.den);
     return capabilities;

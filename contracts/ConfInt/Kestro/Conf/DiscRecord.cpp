@@ -1,0 +1,58 @@
+#include "Kestro/Conf/DiscRecord.h"
+
+#include "Kestro/Conf/FindRecord.h"
+#include "Kestro/Conf/IFormatFile.h"
+
+namespace Kestro::Conf {
+namespace {
+
+using Ratio = boost::rational<int64_t>;
+
+// DVD-Video, Super Video CD (IEC 62107) and Video CD (White Book), of 625 and of 525 lines.
+constexpr FrameSize kDvdPal[] = {{720, 576}, {704, 576}, {352, 576}, {352, 288}};
+constexpr FrameSize kDvdNtsc[] = {{720, 480}, {704, 480}, {352, 480}, {352, 240}};
+constexpr FrameSize kSvcdPal[] = {{480, 576}};
+constexpr FrameSize kSvcdNtsc[] = {{480, 480}};
+constexpr FrameSize kVcdPal[] = {{352, 288}};
+constexpr FrameSize kVcdNtsc[] = {{352, 240}};
+
+// Of a player: 112 and 20 blocks of 16384 bits.
+constexpr int64_t kBuffer = 1'835'008;
+constexpr int64_t kVcdBuffer = 327'680;
+
+bool IsText(const Core::Property& node, const std::string& tag, const std::string& text) {
+    const Core::Property* found = node.FindByPath(tag);
+    return found != nullptr && found->Type() == PropertyTypes::String && found->GetString() == text;
+}
+
+}  // namespace
+
+std::span<const DiscRecord> DiscRecord::All() {
+    static const Ratio kPal(25);
+    static const Ratio kNtsc(30000, 1001);
+    static const DiscRecord kRecords[] = {
+        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_PAL, kDvdPal, kPal, kBuffer, true},
+        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_NTSC, kDvdNtsc, kNtsc, kBuffer, true},
+        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_PAL, kSvcdPal, kPal, kBuffer, false},
+        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_NTSC, kSvcdNtsc, kNtsc, kBuffer, false},
+        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_PAL, kVcdPal, kPal, kVcdBuffer, false},
+        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_NTSC, kVcdNtsc, kNtsc, kVcdBuffer, false},
+    };
+    return kRecords;
+}
+
+const DiscRecord* DiscRecord::Find(const Core::Property& format) {
+    const auto records = All();
+    return FindRecord(records, [&](const DiscRecord& record) {
+        return IsText(format, IFormatFile::TAG_CONTAINER, record.container) &&
+               IsText(format, IFormatFile::TAG_DVD_STANDARD, record.standard);
+    });
+}
+
+Ratio TelevisionSampleAspectRatio(const FrameSize& frame, double pictureShape, bool mayBeWide) {
+    constexpr double kBetween = (4.0 / 3.0 + 16.0 / 9.0) / 2.0;
+    const Ratio screen = mayBeWide && pictureShape > kBetween ? Ratio(16, 9) : Ratio(4, 3);
+    return screen * Ratio(frame.height, frame.width);
+}
+
+}  // namespace Kestro::Conf

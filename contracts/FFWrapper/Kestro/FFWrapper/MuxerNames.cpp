@@ -1,0 +1,97 @@
+#include "Kestro/FFWrapper/MuxerNames.h"
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
+#include <algorithm>
+#include <iterator>
+
+#include "Kestro/Conf/CodecKinds.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
+
+namespace Kestro::FFWrapper {
+namespace {
+
+using Conf::IFormatCodecVideo;
+using Conf::IFormatFile;
+
+constexpr const char* kImageMuxer = "image2";
+constexpr const char* kPspMuxer = "psp";
+
+struct OtherName {
+    const std::string& format;
+    const std::string& muxer;
+};
+
+// What callers of MuxerNameFromFormatName rely on: these seven, and every other name as it is.
+constexpr OtherName kPrescribedNames[] = {
+    {IFormatFile::FORMAT_MPEG2TS, IFormatFile::FORMAT_MPEGTS},
+    {IFormatFile::FORMAT_MPEG1VIDEO, IFormatFile::FORMAT_MPEG},
+    {IFormatFile::FORMAT_MPEG2VIDEO, IFormatFile::FORMAT_VOB},
+    {IFormatFile::FORMAT_WMV, IFormatFile::FORMAT_ASF},
+    {IFormatFile::FORMAT_WMA, IFormatFile::FORMAT_ASF},
+    {IFormatFile::FORMAT_M4A, IFormatFile::FORMAT_IPOD},
+    {IFormatFile::FORMAT_M4V, IFormatFile::FORMAT_IPOD},
+};
+
+// Names under which FFmpeg has no muxer, and what writes such files; only MuxerName knows them.
+constexpr OtherName kFurtherNames[] = {
+    {IFormatFile::FORMAT_M4B, IFormatFile::FORMAT_IPOD}, {IFormatFile::FORMAT_M4R, IFormatFile::FORMAT_IPOD},
+    {IFormatFile::FORMAT_F4A, IFormatFile::FORMAT_IPOD}, {IFormatFile::FORMAT_MKA, IFormatFile::FORMAT_MATROSKA},
+    {IFormatFile::FORMAT_SSA, IFormatFile::FORMAT_ASS},
+};
+
+const std::string* Find(std::span<const OtherName> names, const std::string& format) {
+    const auto found = std::ranges::find_if(names, [&](const OtherName& name) { return name.format == format; });
+    return found != names.end() ? &found->muxer : nullptr;
+}
+
+/// How the files of a picture codec end, where that is not its name.
+struct Extension {
+    const std::string& codecId;
+    const char* extension;
+};
+constexpr Extension kExtensions[] = {
+    {IFormatCodecVideo::CODEC_ID_MJPEG, "jpg"},  {IFormatCodecVideo::CODEC_ID_JPEG2000, "jp2"},
+    {IFormatCodecVideo::CODEC_ID_JPEGLS, "jls"}, {IFormatCodecVideo::CODEC_ID_TARGA, "tga"},
+    {IFormatCodecVideo::CODEC_ID_TIFF, "tif"},
+};
+
+}  // namespace
+
+const std::string& MuxerNameFromFormatName(const std::string& formatName) {
+    const std::string* other = Find(kPrescribedNames, formatName);
+    return other != nullptr ? *other : formatName;
+}
+
+std::string MuxerName(const std::string& container) {
+    if (const std::string* other = Find(kFurtherNames, container)) return *other;
+    // Single pictures are named as their codec, and most have no muxer of their own.
+    if (!MuxerExists(container) && Conf::IsVideoCodec(container)) return kImageMuxer;
+    return MuxerNameFromFormatName(container);
+}
+
+std::string MuxerName(const Core::Property& format) {
+    const Core::Property* psp = format.FindByPath(IFormatFile::TAG_PSP_MODE);
+    return psp != nullptr && psp->GetBool() ? kPspMuxer : MuxerName(format[IFormatFile::TAG_CONTAINER].GetString());
+}
+
+bool MuxerExists(const std::string& muxer) { return av_guess_format(muxer.c_str(), nullptr, nullptr) != nullptr; }
+
+bool HasMovableIndex(const std::string& muxer) {
+    static constexpr const char* kMuxers[] = {"mp4", "mov", "ipod", kPspMuxer, "3gp", "3g2"};
+    return std::ranges::any_of(kMuxers, [&muxer](const char* name) { return muxer == name; });
+}
+
+bool IsImageMuxer(const std::string& muxer) { return muxer == kImageMuxer; }
+
+std::string PictureExtension(const std::string& codecId) {
+    const auto* row =
+        std::ranges::find_if(kExtensions, [&](const Extension& entry) { return entry.codecId == codecId; });
+    return row != std::end(kExtensions) ? row->extension : codecId;
+}
+
+}  // namespace Kestro::FFWrapper
