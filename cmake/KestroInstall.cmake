@@ -1,4 +1,4 @@
-# The CMake package and the pkg-config module; libraries, headers and the program install themselves where they are defined.
+# The CMake package and the pkg-config modules; libraries, headers and the program install themselves where they are defined.
 include(CMakePackageConfigHelpers)
 
 set(packageDir "${CMAKE_INSTALL_LIBDIR}/cmake/KestroDataHelpers")
@@ -20,10 +20,15 @@ write_basic_package_version_file(
 install(FILES "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfig.cmake"
               "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfigVersion.cmake" DESTINATION "${packageDir}")
 
-# The module finds its prefix from where it lies, so an installed tree can be moved as a whole.
+# The modules find their prefix from where they lie, so an installed tree can be moved as a whole.
 set(pkgconfigDir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH KESTRO_PREFIX_FROM_PC "/${pkgconfigDir}" "/")
 string(REGEX REPLACE "/$" "" KESTRO_PREFIX_FROM_PC "${KESTRO_PREFIX_FROM_PC}")
-configure_file("${PROJECT_SOURCE_DIR}/packaging/kestro-datahelpers.pc.in"
-               "${PROJECT_BINARY_DIR}/packaging/kestro-datahelpers.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/packaging/kestro-datahelpers.pc" DESTINATION "${pkgconfigDir}")
+set(modules kestro-datahelpers)
+if(KESTRO_BUILD_PLANNER)
+    list(APPEND modules kestro-planner)
+endif()
+foreach(module IN LISTS modules)
+    configure_file("${PROJECT_SOURCE_DIR}/packaging/${module}.pc.in" "${PROJECT_BINARY_DIR}/packaging/${module}.pc" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/packaging/${module}.pc" DESTINATION "${pkgconfigDir}")
+endforeach()

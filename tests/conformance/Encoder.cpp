@@ -17,8 +17,8 @@ extern "C" {
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/FFWrapper/EncoderCapabilities.h"
+#include "Kestro/FFWrapper/EncoderRecord.h"
 
-#include "Quality.h"
 #include "tests/Ffmpeg.h"
 
 namespace Kestro::Conf {
@@ -75,8 +75,9 @@ bool Set(AVCodecContext& context, const char* name, const std::string& value) {
 
 void SetBitrate(AVCodecContext& context, const Property& codec) {
     std::vector<std::pair<std::string, std::string>> quality;
-    if (IsByQuality(codec))
-        quality = App::QualityOptions(context.codec->name, codec[IFormatCodec::TAG_QUALITY].GetInt64());
+    const FFWrapper::EncoderRecord* record = FFWrapper::EncoderRecord::Find(context.codec->name);
+    if (record != nullptr && IsByQuality(codec))
+        quality = record->QualityOptions(codec[IFormatCodec::TAG_QUALITY].GetInt64());
     if (!quality.empty()) context.bit_rate = 0;
     for (const auto& [name, value] : quality) {
         if (name != "q") {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Kestro/Conf/StreamRecord.h"
+#include "Kestro/Core/Property.h"
+#include "Kestro/Planner/Helpers.h"
+#include "Kestro/Planner/Preset.h"
+
+namespace Kestro::Planner {
+
+/// One output stream that a preset asks for.
+struct PresetStream {
+    const Conf::StreamRecord* kind;
+    std::string path;              ///< as the user writes it: "Streams/TypeId=audio"
+    std::string codecId = {};      ///< the codec to encode with, of the registry
+    Core::Property settings;       ///< as the preset has them: TypeId, codec node, filter nodes
+    std::string chosenBecause;     ///< why that codec, when the preset leaves it open
+    const Preset::Choice* chosen;  ///< the codec that was asked for beside the settings; may be null
+};
+
+/// A preset with its changes: every setting is known to the helpers and of the right type.
+struct CheckedPreset {
+    bool isFromText = false;
+    std::string container;
+    HelperPtr format;
+    Core::Property formatSettings;  ///< the format's node as the preset has it, without streams
+    std::vector<PresetStream> streams;
+};
+
+/// Throws NotAcceptable with all problems. The result refers to the preset.
+CheckedPreset Checked(const Preset& preset);
+
+}  // namespace Kestro::Planner

@@ -1,0 +1,108 @@
+#include "Kestro/Planner/Execution.h"
+
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/LayoutRecord.h"
+#include "Kestro/Core/PropertyValueToString.h"
+#include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/Probe.h"
+#include "Kestro/Planner/Text.h"
+
+namespace Kestro::Planner {
+namespace {
+
+using Conf::IFormatCodecAudio;
+using Conf::IFormatCodecVideo;
+using Conf::StreamType;
+using Core::Property;
+
+int Channels(const std::string& layout) {
+    const auto* record = Conf::LayoutRecord::Find(layout);
+    return record != nullptr ? record->channels : 0;
+}
+
+std::string Known(int64_t value) { return value > 0 ? std::to_string(value) : std::string(); }
+
+/// Compares one stream with its settings.
+class Comparison {
+public:
+    Comparison(std::size_t number, const Property& codec, std::vector<std::string>& differences)
+        : name_("Stream " + std::to_string(number) + ": the "), codec_(codec), differences_(differences) {}
+
+    /// found: empty when it is not known.
+    void Of(const char* what, const std::string& tag, const std::string& found) {
+        const std::string planned = Core::PropertyValueToString(codec_[tag]);
+        if (!found.empty() && planned != found) {
+            differences_.push_back(name_ + what + " is " + found + ", not " + planned + " as planned.");
+        }
+    }
+
+private:
+    std::string name_;
+    const Property& codec_;
+    std::vector<std::string>& differences_;
+};
+
+[[noreturn]] void ThrowStreams(const std::string& wrote) {
+    throw NotAcceptable({.code = ProblemCode::NoSuchStream, .message = "ffmpeg wrote " + wrote + "."});
+}
+
+}  // namespace
+
+void CheckInstalled(const Plan& plan) {
+    if (!FFWrapper::MuxerExists(plan.muxer)) {
+        throw NotAcceptable({.code = ProblemCode::NotInstalled,
+                             .message = "The installed FFmpeg cannot write the container " + plan.container + "."});
+    }
+    for (const PlannedStream& stream : plan.streams) {
+        if (!stream.encoder.empty()) continue;
+        throw NotAcceptable({.code = ProblemCode::NotInstalled,
+                             .message = "The installed FFmpeg has no encoder for " + stream.codecId + ".",
+                             .path = stream.path,
+                             .value = stream.codecId,
+                             .wayOut = "take another codec"});
+    }
+}
+
+MediaInfo ProbeOutput(const Plan& plan, const std::string& path) {
+    MediaInfo written = Probe(path, plan.IsPicture() ? plan.streams.front().codecId : std::string());
+    std::erase_if(written.streams, [](const MediaStream& stream) { return !stream.type; });
+    return written;
+}
+
+std::vector<std::string> Differences(const Plan& plan, const MediaInfo& written) {
+    if (written.streams.size() != plan.streams.size()) {
+        ThrowStreams(std::to_string(written.streams.size()) + " streams instead of " +
+                     std::to_string(plan.streams.size()));
+    }
+    std::vector<std::string> differences;
+    // Some muxers write the sound first.
+    std::vector<bool> taken(written.streams.size(), false);
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+        const PlannedStream& planned = plan.streams[i];
+        std::size_t found = 0;
+        while (found < taken.size() && (taken[found] || written.streams[found].type != planned.kind->type)) ++found;
+        if (found == taken.size()) ThrowStreams("no " + planned.kind->typeId + " stream for " + planned.path);
+        taken[found] = true;
+        const MediaStream& stream = written.streams[found];
+        const Property& codec = plan.CodecSettings(i);
+        Comparison compare(i, codec, differences);
+        compare.Of("codec", Conf::IFormatCodec::TAG_CODEC_ID, stream.codec);
+        if (planned.kind->type == StreamType::Video) {
+            compare.Of("width", IFormatCodecVideo::TAG_WIDTH, Known(stream.width));
+            compare.Of("height", IFormatCodecVideo::TAG_HEIGHT, Known(stream.height));
+            const bool hasRate = stream.fps > boost::rational<int64_t>(0) && !stream.isCover && !plan.IsPicture();
+            compare.Of("frame rate", IFormatCodecVideo::TAG_FPS, hasRate ? RatioText(stream.fps) : std::string());
+        } else {
+            compare.Of("sample rate", IFormatCodecAudio::TAG_SAMPLE_RATE, Known(stream.sampleRate));
+            // AC-3 does not tell speakers behind from those at the side.
+            const bool isSame = planned.codecId == IFormatCodecAudio::CODEC_ID_AC3 &&
+                                Channels(codec[IFormatCodecAudio::TAG_LAYOUT].GetString()) == Channels(stream.layout);
+            if (!isSame) compare.Of("layout", IFormatCodecAudio::TAG_LAYOUT, stream.layout);
+        }
+    }
+    return differences;
+}
+
+}  // namespace Kestro::Planner

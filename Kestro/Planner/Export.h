@@ -1,0 +1,5 @@
+#pragma once
+
+#include "Kestro/Export.h"
+
+#define KESTRO_PLANNER_API KESTRO_API

@@ -1,0 +1,79 @@
+#include "Kestro/Planner/FfmpegCommands.h"
+
+#include <cstdio>
+
+#include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/Planner/EncoderOptions.h"
+#include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/Probe.h"
+#include "Kestro/Planner/Tree.h"
+
+namespace Kestro::Planner {
+namespace {
+
+/// A name in which the muxer finds no number.
+std::string EscapedPattern(const std::string& name) {
+    std::string escaped;
+    for (const char c : name) escaped += c == '%' ? "%%" : std::string(1, c);
+    return escaped;
+}
+
+Command InputArguments(const Plan& plan) {
+    Command arguments{"-hide_banner", "-nostdin",      "-y", "-loglevel", "error", "-progress",
+                      "pipe:1",       "-stats_period", "0.2"};
+    if (FFWrapper::IsImageMuxer(plan.input.demuxer)) {
+        arguments.insert(arguments.end(), {"-f", plan.input.demuxer, "-pattern_type", "none"});
+    }
+    arguments.insert(arguments.end(), {"-i", FileUrl(plan.input.path)});
+    return arguments;
+}
+
+}  // namespace
+
+bool IsTwoPass(const Plan& plan) {
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+        if (IsTwoPass(plan.CodecSettings(i))) return true;
+    }
+    return false;
+}
+
+std::string PictureName(const Plan& plan, int number) {
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "%06d.", number);
+    return digits + FFWrapper::PictureExtension(plan.streams.front().codecId);
+}
+
+std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output, const CommandOptions& options) {
+    std::vector<Command> commands;
+    const bool twoPass = IsTwoPass(plan);
+    if (twoPass) {
+        Command& first = commands.emplace_back(InputArguments(plan));
+        std::size_t index = 0;
+        for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+            if (IsTwoPass(plan.CodecSettings(i))) {
+                AddEncoderOptions(plan, i, index++, {1, options.passDirectory}, first);
+            }
+        }
+        first.insert(first.end(), {"-f", "null", "-"});
+    }
+    Command& last = commands.emplace_back(InputArguments(plan));
+    const Pass pass = twoPass ? Pass{2, options.passDirectory} : Pass{};
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) AddEncoderOptions(plan, i, i, pass, last);
+
+    if (Flag(plan.FormatSettings(), Conf::IFormatFile::TAG_PROGRESSIVE_READ) &&
+        FFWrapper::HasMovableIndex(plan.muxer)) {
+        last.insert(last.end(), {"-movflags", "+faststart"});
+    }
+    if (options.isSequence) {
+        const std::string extension = FFWrapper::PictureExtension(plan.streams.front().codecId);
+        last.insert(last.end(), {"-f", plan.muxer, FileUrl(EscapedPattern(output) + "/%06d." + extension)});
+        return commands;
+    }
+    // The one picture goes under the name as it is, whatever pattern it may look like.
+    if (plan.IsPicture()) last.insert(last.end(), {"-frames:v", "1", "-update", "1"});
+    last.insert(last.end(), {"-f", plan.muxer, FileUrl(output)});
+    return commands;
+}
+
+}  // namespace Kestro::Planner

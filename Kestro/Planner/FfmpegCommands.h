@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Kestro/Planner/Export.h"
+#include "Kestro/Planner/Plan.h"
+
+namespace Kestro::Planner {
+
+/// The arguments of one run of ffmpeg, without the program's name: an argument vector, for no shell.
+using Command = std::vector<std::string>;
+
+struct CommandOptions {
+    std::string passDirectory = {};  ///< where the first of two passes leaves what the second reads
+    bool isSequence = false;         ///< the output is the folder of all pictures, where Plan::IsPicture()
+};
+
+/// Whether a stream asks for two passes over the source.
+KESTRO_PLANNER_API bool IsTwoPass(const Plan& plan);
+
+/// The runs of ffmpeg that make the plan's output, in order: one, or two where IsTwoPass. Progress is written to
+/// standard output as FFmpeg's `-progress` has it. Throws NotAcceptable (InvalidPlan) for a plan with texts that the
+/// vocabulary does not know, and Core::PropertyException for one whose settings are not those of a plan.
+KESTRO_PLANNER_API std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output,
+                                                       const CommandOptions& options = {});
+
+/// The name of a picture of a sequence in its folder, counted from 1.
+KESTRO_PLANNER_API std::string PictureName(const Plan& plan, int number);
+
+}  // namespace Kestro::Planner

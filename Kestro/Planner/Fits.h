@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Kestro/Core/Property.h"
+#include "Kestro/Planner/Export.h"
+
+namespace Kestro::Planner {
+
+/// Whether a container stores a codec.
+struct Fit {
+    std::string codec;
+    std::string container;
+    std::string muxer;      ///< FFmpeg's, which was asked; empty when it has none for the container
+    bool ownMuxer = false;  ///< it bears the container's name. CodecIsSupported knows few other names
+    bool fits = false;
+    std::string reason;  ///< of a no
+};
+
+/// What the library says of a codec node's stream in what that muxer writes; the codec's tag is left to the muxer.
+bool MuxerTakes(const std::string& muxer, const Kestro::Core::Property& codec);
+
+/// One codec in one container, or either with all of the other when it is empty. Throws NotAcceptable (UnknownName) for
+/// names that the library does not know.
+KESTRO_PLANNER_API std::vector<Fit> FindFits(const std::string& codec, const std::string& container);
+
+}  // namespace Kestro::Planner

@@ -1,0 +1,78 @@
+#include "Kestro/Planner/Json.h"
+
+#include <optional>
+
+#include "Kestro/Planner/JsonTree.h"
+#include "Kestro/Planner/Text.h"
+
+namespace Kestro::Planner {
+namespace {
+
+using Conf::StreamType;
+using Core::Property;
+
+std::string Dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+Json OptionalJson(const std::optional<Property>& value) { return value ? TreeJson(*value) : Json(); }
+
+Json StreamJson(const MediaStream& stream) {
+    Json json{{"index", stream.index}, {"type", TypeName(stream)}, {"codec", stream.codec}};
+    if (stream.type == StreamType::Video) {
+        json["width"] = stream.width;
+        json["height"] = stream.height;
+        json["sampleAspectRatio"] = RatioText(stream.sampleAspectRatio);
+        json["fps"] = RatioText(stream.fps);
+    } else if (stream.type == StreamType::Audio) {
+        json["sampleRate"] = stream.sampleRate;
+        json["layout"] = stream.layout;
+        json["sampleFormat"] = stream.sampleFormat;
+    }
+    return json;
+}
+
+Json MediaJson(const MediaInfo& media) {
+    Json json{{"path", media.path},
+              {"demuxer", media.demuxer},
+              {"duration", media.duration ? Json(*media.duration) : Json()}};
+    Json& streams = json["streams"] = Json::array();
+    for (const MediaStream& stream : media.streams) streams.push_back(StreamJson(stream));
+    return json;
+}
+
+}  // namespace
+
+std::string ToJson(const Plan& plan) {
+    Json json{{"input", MediaJson(plan.input)}, {"container", plan.container}};
+    json["muxer"] = plan.muxer;
+    json["globalHeader"] = plan.globalHeader;
+    Json& streams = json["streams"] = Json::array();
+    for (const PlannedStream& stream : plan.streams) {
+        streams.push_back({{"path", stream.path},
+                           {"type", stream.kind->typeId},
+                           {"inputStream", stream.source.index},
+                           {"codec", stream.codecId},
+                           {"encoder", stream.encoder.empty() ? Json() : Json(stream.encoder)},
+                           {"globalHeader", stream.globalHeader},
+                           {"supported", stream.isSupported}});
+    }
+    json["settings"] = TreeJson(plan.settings);
+    Json& choices = json["choices"] = Json::array();
+    for (const Choice& choice : plan.choices) {
+        choices.push_back({{"path", choice.path}, {"value", choice.value}, {"reason", choice.reason}});
+    }
+    Json& corrections = json["corrections"] = Json::array();
+    for (const Correction& correction : plan.corrections) {
+        corrections.push_back({{"path", correction.path},
+                               {"before", OptionalJson(correction.before)},
+                               {"after", OptionalJson(correction.after)},
+                               {"reason", correction.reason}});
+    }
+    json["notes"] = plan.notes;
+    return Dump(json);
+}
+
+std::string ToJson(const MediaInfo& media) { return Dump(MediaJson(media)); }
+
+std::string ToJson(const Property& settings) { return Dump(TreeJson(settings)); }
+
+}  // namespace Kestro::Planner

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Kestro/Conf/StreamRecord.h"
+#include "Kestro/Core/Property.h"
+#include "Kestro/Planner/Export.h"
+#include "Kestro/Planner/MediaInfo.h"
+
+namespace Kestro::Planner {
+
+/// A setting that the preset left open, or that its other settings decide.
+struct Choice {
+    std::string path;
+    std::string value;
+    std::string reason;
+};
+
+/// A value that was not accepted, and what took its place.
+struct Correction {
+    std::string path;
+    std::optional<Kestro::Core::Property> before;  ///< none: the setting was absent
+    std::optional<Kestro::Core::Property> after;   ///< none: the setting is gone
+    std::string reason;
+};
+
+/// One stream of the output.
+struct PlannedStream {
+    const Conf::StreamRecord* kind;
+    MediaStream source;
+    std::string path;  ///< of its settings in the preset: "Streams/TypeId=audio"
+    std::string codecId;
+    std::string encoder;  ///< FFmpeg's name; empty when the installed FFmpeg has none
+    bool globalHeader;    ///< the encoder writes its extradata into the container's header
+    bool isSupported;     ///< the container's muxer stores the codec
+};
+
+/// What a conversion will do: the settings that it uses and how they came about.
+struct KESTRO_PLANNER_API Plan {
+    MediaInfo input;
+    std::string container;
+    std::string muxer;  ///< FFmpeg's, of that container
+    bool globalHeader;  ///< the container has a header for the encoders' extradata
+    /// { Format, Streams { 0 … } }: a child of Streams for each of `streams`, in that order.
+    Kestro::Core::Property settings;
+    std::vector<PlannedStream> streams;
+    std::vector<Choice> choices;
+    std::vector<Correction> corrections;
+    std::vector<std::string> notes;
+
+    const Kestro::Core::Property& FormatSettings() const;
+    /// The codec node of a stream: the values that the output has.
+    const Kestro::Core::Property& CodecSettings(std::size_t stream) const;
+    const Kestro::Core::Property& StreamSettings(std::size_t stream) const;
+    /// Whether the output is one picture, and could be a folder of many.
+    bool IsPicture() const;
+};
+
+}  // namespace Kestro::Planner

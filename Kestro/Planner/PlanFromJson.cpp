@@ -1,0 +1,199 @@
+#include <algorithm>
+
+#include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/Conf/IPreset.h"
+#include "Kestro/Core/PropertyException.h"
+#include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/Planner/Helpers.h"
+#include "Kestro/Planner/Json.h"
+#include "Kestro/Planner/JsonTree.h"
+#include "Kestro/Planner/KnownSettings.h"
+#include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/Text.h"
+#include "Kestro/Planner/Tree.h"
+
+namespace Kestro::Planner {
+namespace {
+
+using Conf::IPreset;
+using Conf::StreamRecord;
+using Conf::StreamType;
+using Core::Property;
+
+[[noreturn]] void ThrowInvalid(const std::string& what) {
+    throw NotAcceptable({.code = ProblemCode::InvalidPlan, .message = "It is no plan: " + what + "."});
+}
+
+/// Reads the members of an object, each of its kind.
+class Reader {
+public:
+    Reader(const Json& json, std::string path) : json_(json), path_(std::move(path)) {
+        if (!json_.is_object()) ThrowInvalid(path_ + " is no object");
+    }
+
+    template <class Value>
+    Value Read(const char* name) const {
+        const Json& member = Member(name);
+        try {
+            return member.get<Value>();
+        } catch (const Json::exception&) {
+            ThrowInvalid(path_ + "/" + name + " is of another kind");
+        }
+    }
+    template <class Value>
+    std::optional<Value> ReadOptional(const char* name) const {
+        if (Member(name).is_null()) return std::nullopt;
+        return Read<Value>(name);
+    }
+    Property::Ratio ReadRatio(const char* name) const {
+        try {
+            return Property({}, Read<std::string>(name)).GetRatio();
+        } catch (const Core::PropertyException&) {
+            ThrowInvalid(path_ + "/" + name + " is no ratio");
+        }
+    }
+    Property ReadTree(const char* name) const { return ParseJsonTree(Member(name).dump(), path_ + "/" + name); }
+    /// null: nothing; a value or settings otherwise.
+    std::optional<Property> ReadValue(const char* name) const {
+        if (Member(name).is_null()) return std::nullopt;
+        return ParseJsonTree("{\"value\":" + Member(name).dump() + "}", path_ + "/" + name)["value"];
+    }
+    Reader Object(const char* name) const { return {Member(name), path_ + "/" + name}; }
+    template <class Visit>
+    void ForEach(const char* name, const Visit& visit) const {
+        const Json& list = Member(name);
+        if (!list.is_array()) ThrowInvalid(path_ + "/" + name + " is no list");
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            visit(Reader(list[i], path_ + "/" + name + "/" + std::to_string(i)));
+        }
+    }
+
+private:
+    const Json& Member(const char* name) const {
+        const auto found = json_.find(name);
+        if (found == json_.end()) ThrowInvalid(path_ + "/" + name + " is missing");
+        return *found;
+    }
+
+    const Json& json_;
+    std::string path_;
+};
+
+MediaStream ReadStream(const Reader& json) {
+    MediaStream stream{.index = json.Read<int>("index"), .type = {}, .codec = json.Read<std::string>("codec")};
+    const auto type = json.Read<std::string>("type");
+    const StreamRecord* kind = StreamRecord::Find(type);
+    stream.isCover = type == "cover";
+    if (kind != nullptr) stream.type = kind->type;
+    if (stream.isCover) stream.type = StreamType::Video;
+    if (stream.type == StreamType::Video) {
+        stream.width = json.Read<int64_t>("width");
+        stream.height = json.Read<int64_t>("height");
+        stream.sampleAspectRatio = json.ReadRatio("sampleAspectRatio");
+        stream.fps = json.ReadRatio("fps");
+    } else if (stream.type == StreamType::Audio) {
+        stream.sampleRate = json.Read<int64_t>("sampleRate");
+        stream.layout = json.Read<std::string>("layout");
+        stream.sampleFormat = json.Read<std::string>("sampleFormat");
+    }
+    return stream;
+}
+
+MediaInfo ReadMedia(const Reader& json) {
+    MediaInfo media{.path = json.Read<std::string>("path"),
+                    .demuxer = json.Read<std::string>("demuxer"),
+                    .duration = json.ReadOptional<double>("duration"),
+                    .streams = {}};
+    json.ForEach("streams", [&](const Reader& stream) { media.streams.push_back(ReadStream(stream)); });
+    return media;
+}
+
+/// Gives settings the types that the known ones have; what is not among those stays as it is.
+void TakeTypes(Property& settings, const Property& known, const std::string& path) {
+    Property both = settings;
+    for (const Property& child : settings) {
+        if (!known.ChildExists(child.Name())) both.RemoveChild(child.Name());
+    }
+    CheckSettings(both, known, path);
+    Override(settings, both);
+}
+
+PlannedStream ReadPlanned(const Reader& json, const MediaInfo& input) {
+    const auto type = json.Read<std::string>("type");
+    const StreamRecord* kind = StreamRecord::Find(type);
+    if (kind == nullptr || !kind->IsConverted()) ThrowInvalid("\"" + Printable(type) + "\" is no type of stream");
+    const int index = json.Read<int>("inputStream");
+    const auto source = std::ranges::find(input.streams, index, &MediaStream::index);
+    if (source == input.streams.end() || source->type != kind->type || !IsUsable(*source)) {
+        ThrowInvalid("the input has no " + kind->typeId + " stream " + std::to_string(index));
+    }
+    return {.kind = kind,
+            .source = *source,
+            .path = json.Read<std::string>("path"),
+            .codecId = json.Read<std::string>("codec"),
+            .encoder = json.ReadOptional<std::string>("encoder").value_or(std::string()),
+            .globalHeader = json.Read<bool>("globalHeader"),
+            .isSupported = json.Read<bool>("supported")};
+}
+
+/// The codec settings of a plan hold what the stream has in the end, beyond what presets may hold.
+void ReadTypes(Plan& plan) {
+    const HelperPtr format = FindHelper(kFormats, plan.container);
+    if (!plan.settings.ChildExists(IPreset::KEY_FORMAT) || !plan.settings.ChildExists(IPreset::KEY_STREAMS) ||
+        plan.settings[IPreset::KEY_STREAMS].Count() != plan.streams.size()) {
+        ThrowInvalid("its settings are not those of its streams");
+    }
+    TakeTypes(plan.settings[IPreset::KEY_FORMAT], KnownFormatSettings(*format), IPreset::KEY_FORMAT);
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+        const PlannedStream& stream = plan.streams[i];
+        Property& settings = plan.settings[IPreset::KEY_STREAMS][std::to_string(i)];
+        Property known = KnownStreamSettings(*stream.kind, *FindHelper(CodecsOf(stream.kind->type), stream.codecId));
+        if (!settings.ChildExists(stream.kind->codecKey)) ThrowInvalid(stream.path + " has no codec");
+        for (const Property& child : settings) {
+            if (!known.ChildExists(child.Name())) ThrowInvalid("there is no " + Printable(child.Name()));
+        }
+        for (const Property& node : known) {
+            if (!settings.ChildExists(node.Name()) || !IsNode(node)) continue;
+            TakeTypes(settings[node.Name()], node, stream.path);
+        }
+    }
+}
+
+}  // namespace
+
+Plan PlanFromJson(const std::string& text) {
+    Json json;
+    try {
+        json = Json::parse(text);
+    } catch (const Json::exception&) {
+        throw NotAcceptable({.code = ProblemCode::InvalidJson, .message = "It is no plan: it is no JSON text."});
+    }
+    const Reader reader(json, "plan");
+    Plan plan{.input = ReadMedia(reader.Object("input")),
+              .container = reader.Read<std::string>("container"),
+              .muxer = {},
+              .globalHeader = reader.Read<bool>("globalHeader"),
+              .settings = reader.ReadTree("settings"),
+              .streams = {},
+              .choices = {},
+              .corrections = {},
+              .notes = reader.Read<std::vector<std::string>>("notes")};
+    reader.ForEach("streams", [&](const Reader& stream) { plan.streams.push_back(ReadPlanned(stream, plan.input)); });
+    if (plan.streams.empty()) ThrowInvalid("it has no streams");
+    reader.ForEach("choices", [&](const Reader& choice) {
+        plan.choices.push_back(
+            {choice.Read<std::string>("path"), choice.Read<std::string>("value"), choice.Read<std::string>("reason")});
+    });
+    reader.ForEach("corrections", [&](const Reader& correction) {
+        plan.corrections.push_back({correction.Read<std::string>("path"), correction.ReadValue("before"),
+                                    correction.ReadValue("after"), correction.Read<std::string>("reason")});
+    });
+    ReadTypes(plan);
+    if (TextAt(plan.FormatSettings(), Conf::IFormatFile::TAG_CONTAINER) != plan.container) {
+        ThrowInvalid("its settings are for another container");
+    }
+    plan.muxer = FFWrapper::MuxerName(plan.FormatSettings());
+    return plan;
+}
+
+}  // namespace Kestro::Planner

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Kestro/Conf/StreamType.h"
+#include "Kestro/Core/Property.h"
+#include "Kestro/Planner/Export.h"
+#include "Kestro/Planner/Problem.h"
+
+namespace Kestro::Planner {
+
+/// What is to be made: settings from a JSON text or a container's defaults, with changes. A value: what is wrong in it
+/// is told by Check and MakePlan, all at once, so changes may come in any order.
+///
+///     Format { Container, ... }
+///     Streams { 0 { TypeId, codec node, filter nodes }, 1 { ... } }      left out: the container's default streams
+///
+/// Paths are those of the tree, `/` between the names; a stream is named by its number or, the first of its type, as
+/// `TypeId=video`: `Streams/TypeId=video/VideoCodec/BitRate`.
+class KESTRO_PLANNER_API Preset {
+public:
+    /// A codec that is asked for beside the settings.
+    struct Choice {
+        Conf::StreamType type;
+        std::string codec;
+        std::string by;
+    };
+
+    /// name: what messages call the text, such as a file's name. Throws NotAcceptable (InvalidJson) with line and
+    /// column.
+    static Preset FromJson(const std::string& text, const std::string& name);
+    /// The container with its default settings.
+    static Preset OfContainer(const std::string& container);
+
+    /// The codec of the streams of that type that leave theirs open: a name, or "auto" for the container's default.
+    /// by: what messages and reasons call this wish ("asked for by ...").
+    Preset& Choose(Conf::StreamType type, std::string codec, std::string by = "the application");
+
+    /// Changes or adds one setting. The value is read as the type that the setting has; "auto" leaves it to the
+    /// planner.
+    Preset& Set(std::string path, std::string value);
+
+    /// Whether it comes from a text, and is expected to say everything; else defaults are what was asked for.
+    bool IsFromText() const { return isFromText_; }
+    const Core::Property& Settings() const { return settings_; }
+    const std::vector<Change>& Changes() const { return changes_; }
+    /// Null when none was chosen.
+    const Choice* Chosen(Conf::StreamType type) const;
+
+private:
+    Preset() = default;
+
+    bool isFromText_ = false;
+    Core::Property settings_;  ///< without the changes
+    std::vector<Change> changes_;
+    std::vector<Choice> choices_;
+};
+
+/// All that is wrong with a preset whatever it is used for: unknown settings and names, values of another type, for
+/// every stream. Empty: it can be planned with; whether its values are accepted is for the plan to find out.
+KESTRO_PLANNER_API std::vector<Problem> Check(const Preset& preset);
+
+}  // namespace Kestro::Planner

@@ -1,0 +1,150 @@
+#include "cli/Arguments.h"
+
+#include <algorithm>
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <string_view>
+
+#include "Kestro/Planner/Text.h"
+
+#include "cli/Failure.h"
+
+namespace App {
+namespace {
+
+constexpr const char* kFooter =
+    "Exit status: 0 done, 1 the conversion failed, 2 wrong usage or unreadable input, 3 a preset or setting that is "
+    "not "
+    "acceptable.\nA file whose name begins with - goes behind --: datahelpers plan --format mp4 -- -clip.mkv";
+
+/// The kind that the word names, in either number; null when it names none.
+const Planner::HelperKind* FindKind(const std::string& word) {
+    const auto kinds = Planner::HelperKinds();
+    const auto found = std::ranges::find_if(
+        kinds, [&word](const Planner::HelperKind* kind) { return word == kind->name || word == kind->plural; });
+    if (found != kinds.end()) return *found;
+    // audio and video have one form for both.
+    if (word == "audios") return &Planner::kAudioCodecs;
+    if (word == "videos") return &Planner::kVideoCodecs;
+    return nullptr;
+}
+
+const Planner::HelperKind& ReadKind(const std::string& word) {
+    if (const Planner::HelperKind* kind = FindKind(word)) return *kind;
+    std::vector<std::string> names;
+    for (const Planner::HelperKind* kind : Planner::HelperKinds()) names.emplace_back(kind->plural);
+    throw Failure(ExitStatus::WrongUsage,
+                  Complaint{.message = "\"" + Planner::Printable(word) + "\" is no kind of helper." +
+                                       Planner::DidYouMean(word, names),
+                            .value = word,
+                            .allowed = names});
+}
+
+void AddPlanOptions(CLI::App& command, PlanOptions& options) {
+    command.add_option("INPUT", options.input, "The media file to convert")->required();
+    auto* preset = command.add_option("--preset", options.presetFile, "A preset file, JSON")->type_name("FILE");
+    auto* format =
+        command.add_option("--format", options.format, "The container, with its default settings")->type_name("FORMAT");
+    preset->excludes(format);
+    command.add_option("--video", options.video, "The video codec; auto: the container's default")->type_name("CODEC");
+    command.add_option("--audio", options.audio, "The audio codec; auto: the container's default")->type_name("CODEC");
+    command
+        .add_option("--set", options.sets,
+                    "Change a setting; the value follows the last =. The value auto leaves CodecId, RateControl, "
+                    "SampleRate, Layout and VideoFrameRate/Fps to the program. May be repeated")
+        ->type_name("PATH=VALUE")
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
+}
+
+}  // namespace
+
+bool AsksForJson(int count, const char* const* values) {
+    for (int i = 1; i < count && std::string_view(values[i]) != "--"; ++i) {
+        if (std::string_view(values[i]) == "--json") return true;
+    }
+    return false;
+}
+
+bool ParseArguments(int count, const char* const* values, Arguments& arguments) {
+    CLI::App app("Tells what containers, encoders and filters accept, plans conversions and carries them out.",
+                 "datahelpers");
+    app.footer(kFooter);
+    app.set_version_flag("--version", "datahelpers " DATAHELPERS_VERSION);
+    app.require_subcommand(1);
+
+    CLI::App* list = app.add_subcommand("list", "List containers, codecs and filters");
+    std::string kind;
+    list->add_option("KIND", kind, "formats, audio, video or filters; all without it");
+
+    CLI::App* show = app.add_subcommand("show", "Show defaults, accepted values and rules of one of them");
+    show->add_option("KIND", kind, "format, audio, video or filter")->required();
+    show->add_option("NAME", arguments.name, "As list has it")->required();
+    show->add_flag("--auto", arguments.isAutomatic, "Also what is accepted where a choice is left to the program");
+
+    CLI::App* fits = app.add_subcommand("fits", "Tell whether a container stores a codec");
+    auto* codec = fits->add_option("CODEC", arguments.codec, "As list has it, or another codec by FFmpeg's name");
+    auto* container = fits->add_option("CONTAINER", arguments.container, "As list has it");
+    fits->add_option("--codec", arguments.codec, "In all containers")->type_name("C")->excludes(codec);
+    fits->add_option("--format", arguments.container, "All codecs in it")->type_name("F")->excludes(container);
+
+    CLI::App* plan = app.add_subcommand("plan", "Show the settings of a conversion and every correction");
+    AddPlanOptions(*plan, arguments.plan);
+
+    CLI::App* convert = app.add_subcommand("convert", "Convert a file");
+    AddPlanOptions(*convert, arguments.plan);
+    convert->add_option("OUTPUT", arguments.output, "The file to write; it appears when it is complete")->required();
+
+    convert->add_flag("--sequence", arguments.isSequence, "All pictures of the input, into the new folder OUTPUT");
+
+    for (CLI::App* command : {list, show, fits, plan, convert}) {
+        command->add_flag("--json", arguments.json, "Report in JSON on standard output");
+    }
+
+    const std::string word = count < 2 ? std::string() : values[1];
+    std::vector<std::string> commands;
+    for (const CLI::App* command : app.get_subcommands({})) commands.push_back(command->get_name());
+    if (std::ranges::find(commands, word) != commands.end()) {
+        arguments.commandName = word;
+    } else if (!word.starts_with('-')) {
+        throw Failure(ExitStatus::WrongUsage,
+                      Complaint{.message = word.empty() ? "A command is required."
+                                                        : "There is no command \"" + Planner::Printable(word) + "\"." +
+                                                              Planner::DidYouMean(word, commands),
+                                .allowed = commands,
+                                .wayOut = "datahelpers --help"});
+    }
+    try {
+        app.parse(count, values);
+    } catch (const CLI::Success& asked) {  // --help, --version
+        app.exit(asked);
+        return false;
+    } catch (const CLI::ParseError& error) {
+        throw Failure(ExitStatus::WrongUsage, Complaint{.message = Planner::Printable(error.what()) + ".",
+                                                        .wayOut = "datahelpers --help, or datahelpers COMMAND --help"});
+    }
+
+    if (list->parsed()) {
+        arguments.command = Command::List;
+        if (!kind.empty()) arguments.kind = &ReadKind(kind);
+    } else if (show->parsed()) {
+        arguments.command = Command::Show;
+        arguments.kind = &ReadKind(kind);
+    } else if (fits->parsed()) {
+        arguments.command = Command::Fits;
+        if (arguments.codec.empty() && arguments.container.empty()) {
+            throw Failure(ExitStatus::WrongUsage, Complaint{.message = "A codec or a container is required.",
+                                                            .wayOut = "CODEC CONTAINER, --codec C or --format F"});
+        }
+    } else {
+        arguments.command = plan->parsed() ? Command::Plan : Command::Convert;
+        if (arguments.plan.presetFile.empty() && arguments.plan.format.empty()) {
+            throw Failure(ExitStatus::WrongUsage, Complaint{.message = "A preset or a format is required.",
+                                                            .wayOut = "--preset FILE or --format FORMAT"});
+        }
+    }
+    return true;
+}
+
+}  // namespace App

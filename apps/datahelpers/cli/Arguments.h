@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Kestro/Planner/Helpers.h"
+#include "Kestro/Planner/Problem.h"
+
+namespace App {
+
+namespace Planner = Kestro::Planner;
+
+enum class Command { List, Show, Fits, Plan, Convert };
+
+/// What to make of an input.
+struct PlanOptions {
+    std::string input;
+    std::string presetFile;  ///< or empty: `format` is given
+    std::string format;
+    std::string video;              ///< codec, or empty
+    std::string audio;              ///< codec, or empty
+    std::vector<std::string> sets;  ///< PATH=VALUE
+};
+
+/// The command line, understood.
+struct Arguments {
+    Command command = Command::List;
+    std::string commandName;
+    bool json = false;
+    const Planner::HelperKind* kind = nullptr;  ///< list: null for all; show
+    std::string name;                           ///< show
+    bool isAutomatic = false;                   ///< show
+    std::string codec;                          ///< fits: empty for all
+    std::string container;                      ///< fits: empty for all
+    PlanOptions plan;                           ///< plan, convert
+    std::string output;                         ///< convert
+    bool isSequence = false;                    ///< convert
+};
+
+/// Whether the command line asks for JSON; also of one that cannot be understood.
+bool AsksForJson(int count, const char* const* values);
+
+/// Throws Failure (WrongUsage). For --help and --version prints and returns false: nothing is left to do.
+bool ParseArguments(int count, const char* const* values, Arguments& arguments);
+
+}  // namespace App

@@ -1,0 +1,157 @@
+/// datahelpers: tells what containers, encoders and filters accept, plans conversions and carries them out by ffmpeg.
+
+extern "C" {
+#include <libavutil/log.h>
+}
+
+#include <unistd.h>
+
+#include <exception>
+#include <iostream>
+
+#include "Kestro/Exception.h"
+#include "Kestro/Planner/Execution.h"
+#include "Kestro/Planner/MakePlan.h"
+#include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/Probe.h"
+
+#include "cli/Arguments.h"
+#include "cli/Failure.h"
+#include "cli/PresetFile.h"
+#include "convert/Converter.h"
+#include "convert/OutputFile.h"
+#include "report/Catalogue.h"
+#include "report/FitReport.h"
+#include "report/Report.h"
+#include "report/Text.h"
+
+namespace {
+
+using namespace App;
+
+/// Results and failures have one frame; see docs/json.md.
+void WriteJson(const std::string& command, ExitStatus status, const Json& content) {
+    Json frame{{"command", command.empty() ? Json() : Json(command)}, {"status", static_cast<int>(status)}};
+    frame.update(content);
+    // File names need not be UTF-8; JSON is.
+    std::cout << frame.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+}
+
+Json List(const Arguments& arguments) {
+    Json json = Json::object();
+    for (const Planner::HelperKind* kind : Planner::HelperKinds()) {
+        if (arguments.kind != nullptr && arguments.kind != kind) continue;
+        const HelperList list = ListHelpers(*kind);
+        if (!arguments.json) Print(std::cout, list);
+        json[kind->plural] = ToJson(list);
+    }
+    return json;
+}
+
+Json Show(const Arguments& arguments) {
+    const HelperSheet sheet = ShowHelper(*arguments.kind, arguments.name, arguments.isAutomatic);
+    if (!arguments.json) Print(std::cout, sheet, TerminalWidth(STDOUT_FILENO));
+    return ToJson(sheet);
+}
+
+Json TellFits(const Arguments& arguments) {
+    const std::vector<Planner::Fit> fits = Planner::FindFits(arguments.codec, arguments.container);
+    if (!arguments.json) Print(std::cout, fits);
+    return {{"fits", ToJson(fits)}};
+}
+
+/// A preset is looked at before the input.
+Planner::Plan MakePlan(const PlanOptions& options) {
+    const Planner::Preset preset = ReadPreset(options);
+    std::vector<Planner::Problem> problems = Planner::Check(preset);
+    if (!problems.empty()) throw Planner::NotAcceptable(std::move(problems));
+    return Planner::MakePlan(Planner::Probe(options.input), preset);
+}
+
+Json PlanOnly(const Arguments& arguments) {
+    const Planner::Plan plan = MakePlan(arguments.plan);
+    if (!arguments.json) Print(std::cout, plan, TerminalWidth(STDOUT_FILENO));
+    return ToJson(plan);
+}
+
+Json PlanAndConvert(const Arguments& arguments) {
+    const std::size_t width = TerminalWidth(STDOUT_FILENO);
+    if (!arguments.isSequence) OutputFile::Check(arguments.output, arguments.plan.input);
+    const Planner::Plan plan = MakePlan(arguments.plan);
+    CheckConverter();
+    Planner::CheckInstalled(plan);
+    if (!arguments.json) {
+        PrintChanges(std::cout, plan, width);
+        std::cout.flush();
+    }
+    const bool onTerminal = isatty(STDERR_FILENO) != 0;
+    const auto lines = arguments.json ? Progress::Style::None : Progress::Style::Lines;
+    const auto style = onTerminal ? Progress::Style::Bar : lines;
+    const Conversion conversion = arguments.isSequence ? ConvertToSequence(plan, arguments.output, style)
+                                                       : Convert(plan, arguments.output, style);
+    if (!arguments.json) Print(std::cout, conversion, width);
+    Json json = ToJson(plan);
+    json["output"] = ToJson(conversion);
+    return json;
+}
+
+Json Run(const Arguments& arguments) {
+    switch (arguments.command) {
+        case Command::List:
+            return List(arguments);
+        case Command::Show:
+            return Show(arguments);
+        case Command::Fits:
+            return TellFits(arguments);
+        case Command::Plan:
+            return PlanOnly(arguments);
+        case Command::Convert:
+            break;
+    }
+    return PlanAndConvert(arguments);
+}
+
+int Report(const Failure& failure, const std::string& command, bool asJson) {
+    Print(std::cerr, failure.Said(), TerminalWidth(STDERR_FILENO));
+    if (asJson) WriteJson(command, failure.Status(), {{"error", ToJson(failure.Said())}});
+    return static_cast<int>(failure.Status());
+}
+
+/// All problems in words, the first as JSON.
+int Report(const Planner::NotAcceptable& refused, const Arguments& arguments, bool asJson) {
+    const std::vector<Planner::Problem>& problems = refused.Problems();
+    const bool isUsage = arguments.command == Command::Show || arguments.command == Command::Fits ||
+                         problems.front().code == Planner::ProblemCode::UnreadableInput;
+    const ExitStatus status = isUsage ? ExitStatus::WrongUsage : ExitStatus::NotAcceptable;
+    const int code = Report(Failure(status, Told(problems.front())), arguments.commandName, asJson);
+    for (std::size_t i = 1; i < problems.size(); ++i) {
+        Print(std::cerr, Told(problems[i]), TerminalWidth(STDERR_FILENO));
+    }
+    return code;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    av_log_set_level(AV_LOG_QUIET);  // what matters comes back as an error
+    Arguments arguments;
+    const bool asJson = AsksForJson(count, values);
+    try {
+        if (ParseArguments(count, values, arguments)) {
+            const Json result = Run(arguments);
+            if (asJson) WriteJson(arguments.commandName, ExitStatus::Done, result);
+        }
+        std::cout.flush();
+        if (!std::cout) throw Failure(ExitStatus::ConversionFailed, "The report could not be written.");
+        return static_cast<int>(ExitStatus::Done);
+    } catch (const Failure& failure) {
+        return Report(failure, arguments.commandName, asJson);
+    } catch (const Planner::NotAcceptable& refused) {
+        return Report(refused, arguments, asJson);
+    } catch (const Kestro::Exception& exception) {
+        // The library's own words, where no step above had better ones.
+        return Report(Failure(ExitStatus::NotAcceptable, exception.what()), arguments.commandName, asJson);
+    } catch (const std::exception& exception) {
+        return Report(Failure(ExitStatus::ConversionFailed, exception.what()), arguments.commandName, asJson);
+    }
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Kestro/Planner/Plan.h"
+
+#include "convert/Progress.h"
+
+namespace App {
+
+namespace Planner = Kestro::Planner;
+
+/// What a conversion left behind.
+struct Conversion {
+    std::string output;
+    int64_t size = 0;  ///< bytes, of all pictures of a sequence
+    int files = 1;     ///< pictures of a sequence
+    Planner::MediaInfo written;
+    std::vector<std::string> differences;  ///< where the file is not what the plan says
+    std::vector<std::string> messages;     ///< what ffmpeg had to say
+};
+
+/// Throws Failure (ConversionFailed) when the program ffmpeg is not there.
+void CheckConverter();
+
+/// Runs ffmpeg. The output appears when it is complete; whatever goes wrong before that leaves nothing behind and
+/// throws Failure (ConversionFailed).
+Conversion Convert(const Planner::Plan& plan, const std::string& output, Progress::Style style);
+
+/// The same for all pictures of the input, in a new folder, where the plan's container is one of pictures. Throws
+/// Failure (NotAcceptable) for another container, and (WrongUsage) where there is something of that name.
+Conversion ConvertToSequence(const Planner::Plan& plan, const std::string& folder, Progress::Style style);
+
+}  // namespace App

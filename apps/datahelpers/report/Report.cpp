@@ -1,0 +1,169 @@
+#include "report/Report.h"
+
+#include <cstdio>
+#include <ostream>
+
+#include "Kestro/Core/PropertyValueToString.h"
+#include "Kestro/Planner/Domain.h"
+#include "Kestro/Planner/Json.h"
+#include "Kestro/Planner/Text.h"
+
+#include "report/SettingsText.h"
+#include "report/Text.h"
+
+namespace App {
+namespace {
+
+using Kestro::Conf::StreamType;
+using Kestro::Core::Property;
+using Kestro::Core::PropertyValueToString;
+using Planner::Choice;
+using Planner::Correction;
+using Planner::MediaInfo;
+using Planner::MediaStream;
+using Planner::Plan;
+using Planner::PlannedStream;
+using Planner::Printable;
+using Planner::RatioText;
+
+std::string FpsText(const boost::rational<int64_t>& fps) {
+    return fps.denominator() == 1 ? std::to_string(fps.numerator()) : RatioText(fps);
+}
+
+std::string ValueText(const std::optional<Property>& value) {
+    return value ? Printable(PropertyValueToString(*value)) : "(none)";
+}
+
+void PrintMedia(std::ostream& out, const MediaInfo& media) {
+    out << Printable(media.path);
+    if (media.duration) out << "  " << ClockTime(*media.duration);
+    out << "\n";
+    for (const MediaStream& stream : media.streams) {
+        out << "  " << stream.index << " " << TypeName(stream) << " " << stream.codec;
+        if (stream.type == StreamType::Video) {
+            out << ", " << stream.width << " x " << stream.height;
+            if (stream.sampleAspectRatio != boost::rational<int64_t>(1)) {
+                out << " pixels of " << RatioText(stream.sampleAspectRatio);
+            }
+            if (!stream.isCover) out << ", " << FpsText(stream.fps) << " frames/s";
+        } else if (stream.type == StreamType::Audio) {
+            out << ", " << stream.sampleRate << " Hz, " << stream.layout << ", " << stream.sampleFormat;
+        }
+        out << "\n";
+    }
+}
+
+void PrintIndented(std::ostream& out, const std::string& text, std::size_t indent, std::size_t width) {
+    out << std::string(indent, ' ') << Wrapped(text, indent, indent, width) << "\n";
+}
+
+std::string SizeText(int64_t bytes) {
+    char text[32];
+    if (bytes >= 1'000'000) {
+        std::snprintf(text, sizeof text, "%.1f MB", static_cast<double>(bytes) / 1e6);
+    } else {
+        std::snprintf(text, sizeof text, "%.1f kB", static_cast<double>(bytes) / 1e3);
+    }
+    return text;
+}
+
+}  // namespace
+
+Complaint Told(const Planner::Problem& problem) {
+    Complaint complaint{.message = problem.message,
+                        .path = problem.path,
+                        .value = problem.value,
+                        .allowed = problem.allowed,
+                        .wayOut = problem.wayOut};
+    for (const Planner::Change& change : problem.changes) {
+        complaint.wayOut += (complaint.wayOut.empty() ? "--set " : " --set ") + change.path + "=" + change.value;
+    }
+    return complaint;
+}
+
+Json ToJson(const Plan& plan) { return Json::parse(Planner::ToJson(plan)); }
+
+Json ToJson(const Conversion& conversion) {
+    return {{"size", conversion.size},
+            {"files", conversion.files},
+            {"written", Json::parse(Planner::ToJson(conversion.written))},
+            {"differences", conversion.differences},
+            {"messages", conversion.messages}};
+}
+
+Json ToJson(const Complaint& complaint) {
+    Json json{{"message", complaint.message}};
+    if (!complaint.path.empty()) json["path"] = complaint.path;
+    if (!complaint.value.empty()) json["value"] = complaint.value;
+    if (!complaint.allowed.empty()) json["allowed"] = complaint.allowed;
+    if (!complaint.wayOut.empty()) json["wayOut"] = complaint.wayOut;
+    return json;
+}
+
+void Print(std::ostream& out, const Plan& plan, std::size_t width) {
+    out << "Input\n  ";
+    PrintMedia(out, plan.input);
+    out << "\nOutput\n  " << plan.container << ", FFmpeg's muxer " << plan.muxer
+        << (plan.globalHeader ? ", global header" : ", no global header") << "\n";
+    for (const PlannedStream& stream : plan.streams) {
+        out << "  " << stream.kind->typeId << " " << stream.codecId << " from stream " << stream.source.index << ", ";
+        out << (stream.encoder.empty() ? "no encoder in the installed FFmpeg" : "encoder " + stream.encoder);
+        if (stream.globalHeader) out << ", global header";
+        if (!stream.isSupported) out << ", NOT supported by the muxer";
+        out << "\n";
+    }
+    out << "\nSettings\n";
+    PrintTree(out, plan.settings, 2);
+    out << "\n";
+    PrintChanges(out, plan, width);
+}
+
+void PrintChanges(std::ostream& out, const Plan& plan, std::size_t width) {
+    if (!plan.choices.empty()) {
+        out << "Chosen\n";
+        for (const Choice& choice : plan.choices) {
+            PrintIndented(out, choice.path + " = " + Printable(choice.value), 2, width);
+            PrintIndented(out, choice.reason, 6, width);
+        }
+    }
+    out << (plan.corrections.empty() ? "No corrections\n" : "Corrections\n");
+    for (const Correction& correction : plan.corrections) {
+        PrintIndented(out, correction.path + ": " + ValueText(correction.before) + " -> " + ValueText(correction.after),
+                      2, width);
+        PrintIndented(out, correction.reason, 6, width);
+    }
+    if (!plan.notes.empty()) {
+        out << "Notes\n";
+        for (const std::string& note : plan.notes) PrintIndented(out, note, 2, width);
+    }
+}
+
+void Print(std::ostream& out, const Conversion& conversion, std::size_t width) {
+    out << "Wrote ";
+    if (conversion.files > 1) out << conversion.files << " pictures, ";
+    out << SizeText(conversion.size) << "\n  ";
+    PrintMedia(out, conversion.written);
+    for (const std::string& difference : conversion.differences) PrintIndented(out, difference, 2, width);
+    if (conversion.messages.empty()) return;
+    out << "ffmpeg had complaints on the way:\n";
+    for (const std::string& message : conversion.messages) out << "  " << message << "\n";
+}
+
+void Print(std::ostream& out, const Complaint& complaint, std::size_t width) {
+    // Lines of their own stay so: they are the words of others.
+    const std::size_t end = complaint.message.find('\n');
+    const std::string prefix = "datahelpers: ";
+    out << prefix << Wrapped(complaint.message.substr(0, end), prefix.size(), 2, width);
+    if (end != std::string::npos) out << complaint.message.substr(end);
+    out << "\n";
+    const auto part = [&](const std::string& title, const std::string& text) {
+        out << "  " << title << ": " << Wrapped(text, title.size() + 4, 6, width) << "\n";
+    };
+    if (!complaint.path.empty() && complaint.message.find(complaint.path) == std::string::npos) {
+        part("setting", Printable(complaint.path + (complaint.value.empty() ? "" : " = " + complaint.value)));
+    }
+    if (!complaint.allowed.empty()) part("accepted", Planner::ListInWords(complaint.allowed));
+    if (!complaint.wayOut.empty()) part("way out", complaint.wayOut);
+}
+
+}  // namespace App

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "Kestro/Planner/Plan.h"
+#include "Kestro/Planner/Problem.h"
+
+#include "cli/Failure.h"
+#include "convert/Converter.h"
+#include "report/ReportJson.h"
+
+/// Plans, conversions and failures, for people and as JSON.
+namespace App {
+
+Json ToJson(const Planner::Plan& plan);
+Json ToJson(const Conversion& conversion);
+/// A problem of the planner, its way out in the words of the command line.
+Complaint Told(const Planner::Problem& problem);
+Json ToJson(const Complaint& complaint);
+
+void Print(std::ostream& out, const Planner::Plan& plan, std::size_t width);
+/// What the plan changed and left out, without the settings.
+void PrintChanges(std::ostream& out, const Planner::Plan& plan, std::size_t width);
+void Print(std::ostream& out, const Conversion& conversion, std::size_t width);
+void Print(std::ostream& out, const Complaint& complaint, std::size_t width);
+
+}  // namespace App
