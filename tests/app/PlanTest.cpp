@@ -99,7 +99,7 @@ TEST_F(Plans, TellWhatIsMadeOfEveryStream) {
          "Notes\n Streams/3 is dropped: the input has no audio for it.\n Stream 1 of the input (video, ffv1) is left "
          "out.\n Stream 4 of the input (subtitles, ass) is left out.\n"},
         {"$clip --preset ../two.json", " Streams/1 is dropped: the input has no video for it.\n"},
-        {"$clip --format bmp", " holds one picture; without --sequence it is the first of the input.\n"},
+        {"$clip --format bmp", " holds one picture; it is the first of the input, unless a sequence is asked for.\n"},
         {"$clip --format ipod --audio mp3",
          "encoder libx264, global header\n audio mp3 from stream 1, encoder libmp3lame, "
          "NOT supported by the muxer\n"},
