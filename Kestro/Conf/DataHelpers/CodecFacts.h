@@ -2,7 +2,6 @@
 
 #include "Kestro/Conf/DataHelpers/CodecSheet.h"
 #include "Kestro/Conf/DataHelpers/SharedRanges.h"
-#include "Kestro/Conf/DataHelpers/SharedRows.h"
 #include "Kestro/Conf/IFormatCodec.h"
 
 /// What the sheets of many encoders share.
@@ -31,12 +30,12 @@ constexpr SettingRow AudioBitrate(std::span<const int64_t> bitrates, int64_t ini
 
 /// The rates of MPEG-1 (ISO/IEC 11172-3), which AC-3 has too.
 inline constexpr int64_t kMpeg1SampleRates[] = {32'000, 44'100, 48'000};
-inline constexpr ChannelLayout kMono[] = {ChannelLayout::Mono};
 inline constexpr ChannelLayout kMonoAndStereo[] = {ChannelLayout::Mono, ChannelLayout::Stereo};
-/// Of an encoder that takes any: up to where converters end.
+inline constexpr std::span<const ChannelLayout> kMono = std::span(kMonoAndStereo).first(1);
+/// Of an encoder that takes any: 768 kHz is the highest that converters have.
 inline constexpr Range kAnySampleRate{.lo = 1, .hi = 768'000};
 
-/// An audio encoder with variable bitrate.
+/// Of an audio encoder with variable bitrate.
 inline constexpr SettingRow kAudioQuality{
     .tag = IFormatCodec::TAG_QUALITY, .initial = 1, .allowed = Shared{QualityRange}};
 
@@ -48,15 +47,12 @@ inline constexpr SettingRow kVideoBitrate{
     .tag = IFormatCodec::TAG_BITRATE, .initial = 2'000'000, .allowed = Shared{VideoBitrateRange}};
 /// An encoder without a quality by default, which may have one.
 inline constexpr SettingRow kOptionalVideoQuality{.tag = IFormatCodec::TAG_QUALITY, .allowed = Shared{QualityRange}};
-/// The mean: it gives the default bitrate of no quality at all (GetDefaultVideoBitrate).
+/// 50 is the middle: GetDefaultVideoBitrate gives the same bitrate for it as for no quality at all.
 inline constexpr SettingRow kVideoQuality{
     .tag = IFormatCodec::TAG_QUALITY, .initial = 50, .allowed = Shared{QualityRange}};
 
-/// The settings of encoders that have nothing of their own to set: without and with a quality by default, and with the
-/// extradata in the container's header.
+/// The settings of encoders that have nothing of their own to set: without and with a quality by default.
 inline constexpr SettingRow kPlainVideo[] = {kCbrOrVbrMode, kVideoBitrate, kOptionalVideoQuality};
 inline constexpr SettingRow kPlainVideoOfQuality[] = {kCbrOrVbrMode, kVideoBitrate, kVideoQuality};
-inline constexpr SettingRow kPlainVideoOfHeader[] = {kCbrOrVbrMode, kVideoBitrate, kOptionalVideoQuality,
-                                                     kGlobalHeader};
 
 }  // namespace Kestro::Conf

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Kestro/Conf/DataHelpers/CodecBitrates.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
 #include "Kestro/Conf/DataHelpers/HelperErrors.h"
 #include "Kestro/Conf/DataHelpers/PairValidationRule.h"
@@ -23,15 +24,7 @@ namespace {
 
 constexpr const char* kSource = "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG";
 
-/// Encoders without B-frames.
-constexpr Text kWithoutBFrames[] = {
-    IFormatCodecVideo::CODEC_ID_MJPEG,
-    IFormatCodecVideo::CODEC_ID_FLV1,
-    IFormatCodecVideo::CODEC_ID_WMV2,
-    IFormatCodecVideo::CODEC_ID_H263,
-};
-
-/// operation: the one that was called, whichever function found out.
+/// operation: the function that was called, which is the one that a failure names.
 [[noreturn]] void Refuse(const std::string& description, const std::string& value, const char* operation,
                          boost::uint_least32_t line) {
     ThrowHelper(description, value, boost::source_location(kSource, line, operation));
@@ -42,56 +35,57 @@ constexpr Text kWithoutBFrames[] = {
 DataHelperCodecFFMPEG::DataHelperCodecFFMPEG(const CodecSheet& sheet) : DataHelperCodecFFMPEG(sheet, sheet.codecId) {}
 
 DataHelperCodecFFMPEG::DataHelperCodecFFMPEG(const CodecSheet& sheet, const std::string& codecId)
-    : codecId_(codecId),
-      stream_(sheet.stream),
-      bitrateIsOptional_(sheet.bitrateIsOptional),
-      presetKey_(stream_ == StreamType::Audio ? IPreset::KEY_FILTER_AUDIO_CODEC : IPreset::KEY_FILTER_VIDEO_CODEC),
-      defaults_(presetKey_) {
-    const auto isOption = [](const SettingRow& row) { return row.node == Node::Options; };
-    const bool hasOptions = std::any_of(sheet.settings.begin(), sheet.settings.end(), isOption);
-    const std::string& options = IFormatCodec::TAG_CODEC_OPTIONS_ENCODE;
-
-    defaults_.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
-    for (const SettingRow& row : sheet.settings) {
-        if (!hasOptions && row.tag.get() == IFormatCodec::TAG_GLOBAL_HEADER) defaults_.SetChild(options);
-        WriteDefault(defaults_, row);
-        if (const auto constraint = MakeConstraint(row.allowed))
-            constraints_[SettingKey(row.node, row.tag)] = constraint;
-    }
-    if (!defaults_.ChildExists(options)) defaults_.SetChild(options);
+    : sheet_(sheet),
+      codecId_(codecId),
+      defaults_(sheet.stream == StreamType::Audio ? IPreset::KEY_FILTER_AUDIO_CODEC : IPreset::KEY_FILTER_VIDEO_CODEC) {
+    WriteDefaults();
+    for (const std::span<const SettingRow> rows : {std::span(sheet.settings), std::span(sheet.settingsAfterHeader)})
+        AddConstraints(rows, constraints_);
     if (std::holds_alternative<Rates>(sheet.frameRates))
         constraints_[IFormatCodecVideo::TAG_FPS] = MakeConstraint(sheet.frameRates);
-    AddRules(sheet);
+    AddRules();
 }
 
-void DataHelperCodecFFMPEG::AddRules(const CodecSheet& sheet) {
-    const std::string own = SettingPath(presetKey_, Node::Own, IFormatCodec::TAG_CODEC_ID);
+void DataHelperCodecFFMPEG::WriteDefaults() {
+    const auto isOption = [](const SettingRow& row) { return row.node == Node::Options; };
+    const bool hasOptions = std::any_of(sheet_.settings.begin(), sheet_.settings.end(), isOption) ||
+                            std::any_of(sheet_.settingsAfterHeader.begin(), sheet_.settingsAfterHeader.end(), isOption);
+    defaults_.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
+    for (const SettingRow& row : sheet_.settings) WriteDefault(defaults_, row);
+    if (!hasOptions) defaults_.SetChild(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE);
+    if (sheet_.globalHeader) defaults_.SetChild(IFormatCodec::TAG_GLOBAL_HEADER, true);
+    for (const SettingRow& row : sheet_.settingsAfterHeader) WriteDefault(defaults_, row);
+}
+
+void DataHelperCodecFFMPEG::AddRules() {
+    const std::string& presetKey = defaults_.Name();
+    const std::string own = SettingPath(presetKey, Node::Own, IFormatCodec::TAG_CODEC_ID);
     const auto isThisCodec = ConstraintSet::Create({{codecId_, codecId_}});
     const auto add = [&](Node node, const std::string& tag, const Allowed& allowed) {
         const auto constraint = MakeConstraint(allowed);
         if (!constraint) return;
-        const auto rule = PairValidationRule::Create(own, isThisCodec, SettingPath(presetKey_, node, tag), constraint);
-        rules_.emplace_back(SettingPath(presetKey_, Node::Own, tag), rule);
+        const auto rule = PairValidationRule::Create(own, isThisCodec, SettingPath(presetKey, node, tag), constraint);
+        rules_.emplace_back(SettingPath(presetKey, Node::Own, tag), rule);
     };
-    add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, sheet.sampleRates);
-    add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, sheet.sampleFormats);
-    add(Node::Resampler, IFormatCodecAudio::TAG_LAYOUT, sheet.layouts);
-    add(Node::Resizer, IFormatCodecVideo::TAG_WIDTH, sheet.widths);
-    add(Node::Resizer, IFormatCodecVideo::TAG_HEIGHT, sheet.heights);
-    add(Node::Resizer, Proc::IResize::FRAME_SIZE_MODE, sheet.frameSizes);
-    add(Node::FrameRate, IFormatCodecVideo::TAG_FPS, sheet.frameRates);
-    for (const CodecRuleRow& row : sheet.rules) {
+    add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, sheet_.sampleRates);
+    add(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_FORMAT, sheet_.sampleFormats);
+    add(Node::Resampler, IFormatCodecAudio::TAG_LAYOUT, sheet_.layouts);
+    add(Node::Resizer, IFormatCodecVideo::TAG_WIDTH, sheet_.widths);
+    add(Node::Resizer, IFormatCodecVideo::TAG_HEIGHT, sheet_.heights);
+    add(Node::Resizer, Proc::IResize::FRAME_SIZE_MODE, sheet_.frameSizes);
+    add(Node::FrameRate, IFormatCodecVideo::TAG_FPS, sheet_.frameRates);
+    for (const CodecRuleRow& row : sheet_.rules) {
         const auto rule =
-            PairValidationRule::Create(SettingPath(presetKey_, row.whenNode, row.when), MakeConstraint(row.is),
-                                       SettingPath(presetKey_, row.node, row.tag), MakeConstraint(row.allowed));
-        rules_.emplace_back(SettingPath(presetKey_, Node::Own, row.tag), rule);
+            PairValidationRule::Create(SettingPath(presetKey, row.whenNode, row.when), MakeConstraint(row.is),
+                                       SettingPath(presetKey, row.node, row.tag), MakeConstraint(row.allowed));
+        rules_.emplace_back(SettingPath(presetKey, Node::Own, row.tag), rule);
     }
 }
 
 Core::Property DataHelperCodecFFMPEG::GetDefaultSettings() const { return defaults_; }
 
 void DataHelperCodecFFMPEG::GetRequiredFilters(FilterList& filters) const {
-    if (stream_ == StreamType::Audio) {
+    if (sheet_.stream == StreamType::Audio) {
         filters.emplace_back(Proc::IFilterResample::CLASS_ID, std::string());
     } else {
         filters.emplace_back(Proc::IFilterResize::CLASS_ID, std::string());
@@ -112,7 +106,7 @@ void DataHelperCodecFFMPEG::ApplyPresetSettings(const Core::Property& preset, Co
     if (id != codecId_) {
         Refuse("Incompatible preset codec id: " + id + ", required " + codecId_, id, BOOST_CURRENT_FUNCTION, __LINE__);
     }
-    switch (stream_) {
+    switch (sheet_.stream) {
         case StreamType::Audio:
             ApplyAudioPreset(preset, settings, BOOST_CURRENT_FUNCTION);
             break;
@@ -126,14 +120,14 @@ void DataHelperCodecFFMPEG::ApplyPresetSettings(const Core::Property& preset, Co
     if (preset.ChildExists(options) && preset[options].Count() != 0) {
         settings.SetChild(options, preset[options]);
     } else {
-        settings.SetChild(options, GetDefaultSettings()[options]);
+        settings.SetChild(options, defaults_[options]);
     }
 }
 
 void DataHelperCodecFFMPEG::ApplyAudioPreset(const Core::Property& preset, Core::Property& settings,
                                              const char* operation) const {
     const auto copy = [&](const std::string& tag) {
-        if (!bitrateIsOptional_ || preset.ChildExists(tag)) settings.SetChild(tag, preset[tag]);
+        if (!sheet_.bitrateIsOptional || preset.ChildExists(tag)) settings.SetChild(tag, preset[tag]);
     };
     settings.SetChild(IFormatCodec::TAG_CODEC_ID, codecId_);
     const std::string& mode = preset[IFormatCodec::TAG_BITRATE_MODE].GetString();
@@ -209,29 +203,26 @@ void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core:
 }
 
 void DataHelperCodecFFMPEG::RepairBitrate(Core::Property& settings) const {
-    const Core::Property defaults = GetDefaultSettings();
-    ConstraintMap constraints;
-    FillConstraints(constraints);
     constexpr Text kTags[] = {IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE, IFormatCodec::TAG_QUALITY};
     for (const std::string& tag : kTags) {
-        if (!settings.ChildExists(tag)) continue;
-        const auto found = constraints.find(tag);
-        if (found != constraints.end() && found->second->IsValid(settings[tag])) continue;
-        if (defaults.ChildExists(tag)) settings.SetChild(tag, defaults[tag]);
+        const Core::Property* setting = settings.FindByPath(tag);
+        if (setting == nullptr) continue;
+        const auto found = constraints_.find(tag);
+        if (found != constraints_.end() && found->second->IsValid(*setting)) continue;
+        if (defaults_.ChildExists(tag)) settings.SetChild(tag, defaults_[tag]);
     }
 }
 
 void DataHelperCodecFFMPEG::CorrectAudioResamplerSettings(const Core::Property& settings) const {
-    ValidationRuleList rules;
-    FillValidationRules(rules);
     constexpr Text kTags[] = {IFormatCodecAudio::TAG_SAMPLE_RATE, IFormatCodecAudio::TAG_SAMPLE_FORMAT,
                               IFormatCodecAudio::TAG_LAYOUT};
     for (const std::string& tag : kTags) {
-        if (!settings.ChildExists(tag)) continue;
+        const Core::Property* setting = settings.FindByPath(tag);
+        if (setting == nullptr) continue;
         const auto concerns = [&tag](const auto& entry) { return LastSegment(entry.second->GetSecondName()) == tag; };
-        const auto rule = std::find_if(rules.begin(), rules.end(), concerns);
-        if (rule == rules.end() || rule->second->GetSecondConstraint()->IsValid(settings[tag])) continue;
-        const std::string value = Core::PropertyValueToString(settings[tag]);
+        const auto rule = std::find_if(rules_.begin(), rules_.end(), concerns);
+        if (rule == rules_.end() || rule->second->GetSecondConstraint()->IsValid(*setting)) continue;
+        const std::string value = Core::PropertyValueToString(*setting);
         HelperException exception;
         exception << TagDescription("Can't fix value [" + tag + "] = " + value + " for encoder [" + codecId_ + "]")
                   << TagDetails(value) << HelperException::TagSetting(tag);
@@ -240,10 +231,16 @@ void DataHelperCodecFFMPEG::CorrectAudioResamplerSettings(const Core::Property& 
 }
 
 void DataHelperCodecFFMPEG::CorrectFormatCodec(Core::Property& settings) const {
-    switch (stream_) {
+    switch (sheet_.stream) {
         case StreamType::Audio:
             CorrectAudioResamplerSettings(settings);
-            RepairBitrate(settings);
+            if (sheet_.encodedShares.size() == 0) {
+                RepairBitrate(settings);
+                HoldToBitrateLimits(sheet_, settings);
+            } else {
+                settings.SetChild(IFormatCodec::TAG_BITRATE_MODE, defaults_[IFormatCodec::TAG_BITRATE_MODE]);
+                WriteLosslessBitrate(sheet_, settings);
+            }
             break;
         case StreamType::Video:
             RepairBitrate(settings);
@@ -255,15 +252,11 @@ void DataHelperCodecFFMPEG::CorrectFormatCodec(Core::Property& settings) const {
 }
 
 void DataHelperCodecFFMPEG::CompleteVideo(Core::Property& settings) const {
-    const Core::Property defaults = GetDefaultSettings();
     constexpr Text kTags[] = {IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL};
     for (const std::string& tag : kTags) {
-        if (!settings.ChildExists(tag) && defaults.ChildExists(tag)) settings.SetChild(tag, defaults[tag]);
+        if (!settings.ChildExists(tag) && defaults_.ChildExists(tag)) settings.SetChild(tag, defaults_[tag]);
     }
-    const auto isThis = [this](const std::string& codecId) { return codecId == codecId_; };
-    if (std::any_of(std::begin(kWithoutBFrames), std::end(kWithoutBFrames), isThis)) {
-        settings.RemoveChild(IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE);
-    }
+    if (!sheet_.hasBFrames) settings.RemoveChild(IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE);
 }
 
 }  // namespace Kestro::Conf

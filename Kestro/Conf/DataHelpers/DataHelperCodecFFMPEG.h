@@ -15,11 +15,11 @@ namespace Kestro::Conf {
 /// stream's filters give (sample rate, layout, sample format, frame rate, frame size) to what the encoder takes.
 class DataHelperCodecFFMPEG : public RefCounted<IDataHelper> {
 public:
-    Core::Property GetDefaultSettings() const override;
+    Core::Property GetDefaultSettings() const final;
     /// Audio: the resampler. Video: the resizer and the frame-rate filter.
-    void GetRequiredFilters(FilterList& filters) const override;
-    void FillValidationRules(ValidationRuleList& rules) const override;
-    void FillConstraints(ConstraintMap& constraints) const override;
+    void GetRequiredFilters(FilterList& filters) const final;
+    void FillValidationRules(ValidationRuleList& rules) const final;
+    void FillConstraints(ConstraintMap& constraints) const final;
 
     /// Copies the encoder's values out of a preset's codec node. The target holds the source's values: for video width,
     /// height (pixels) and frame rate. A bitrate that is left to the program is computed for video
@@ -30,36 +30,32 @@ public:
     /// After a throw the target may be partly written.
     void ApplyPresetSettings(const Core::Property& preset, Core::Property& settings) const override;
 
-    /// Completes and repairs a codec node once its container is known: bitrate settings that no constraint accepts go
-    /// back to their defaults, key-frame interval and B-frames are completed, B-frames dropped where the encoder has
-    /// none. Throws HelperException naming the sample rate, sample format or layout that the encoder does not take.
+    /// Completes and repairs a codec node once its container is known. Throws HelperException naming the sample rate,
+    /// sample format or layout that the encoder does not take. Bitrate settings (mode, bitrate, quality) that have no
+    /// constraint or fail it go back to their defaults.
+    /// Audio: the bitrate is then held to the limits of the sample rate (HoldToBitrateLimits). A lossless encoder has
+    /// its one bitrate mode, and the bitrate that follows from the samples (WriteLosslessBitrate).
+    /// Video: key-frame interval and B-frames are completed; without B-frames where the encoder has none.
     void CorrectFormatCodec(Core::Property& settings) const override;
 
-    /// The check of sample rate, sample format and layout alone; settings that are absent pass.
-    void CorrectAudioResamplerSettings(const Core::Property& settings) const;
-
 protected:
-    /// The sheet is read here and then no more.
+    /// The sheet outlives the helper.
     explicit DataHelperCodecFFMPEG(const CodecSheet& sheet);
     /// For a sheet that several codecs share.
     DataHelperCodecFFMPEG(const CodecSheet& sheet, const std::string& codecId);
 
-    const std::string& CodecId() const { return codecId_; }
-
-    /// Puts back the default of each bitrate setting (mode, bitrate, quality) that has no constraint or fails it.
-    void RepairBitrate(Core::Property& settings) const;
-
 private:
-    // operation: what a failure names, the operation that was called.
+    // operation: the function that a failure names, which is the one that was called.
     void ApplyAudioPreset(const Core::Property& preset, Core::Property& settings, const char* operation) const;
     void ApplyVideoPreset(const Core::Property& preset, Core::Property& settings, const char* operation) const;
+    void CorrectAudioResamplerSettings(const Core::Property& settings) const;
+    void RepairBitrate(Core::Property& settings) const;
     void CompleteVideo(Core::Property& settings) const;
-    void AddRules(const CodecSheet& sheet);
+    void WriteDefaults();
+    void AddRules();
 
+    const CodecSheet& sheet_;
     std::string codecId_;
-    StreamType stream_;
-    bool bitrateIsOptional_;
-    std::string presetKey_;
     Core::Property defaults_;
     ConstraintMap constraints_;
     ValidationRuleList rules_;

@@ -57,11 +57,11 @@ DataHelperFormatBase::DataHelperFormatBase(const FormatSheet& sheet) : DataHelpe
 DataHelperFormatBase::DataHelperFormatBase(const FormatSheet& sheet, const std::string& container)
     : defaults_(IPreset::KEY_FORMAT) {
     defaults_.SetChild(IFormatFile::TAG_CONTAINER, container);
-    for (const SettingRow& row : sheet.settings) {
-        WriteDefault(defaults_, row);
-        if (const auto constraint = MakeConstraint(row.allowed))
-            constraints_[SettingKey(row.node, row.tag)] = constraint;
-    }
+    for (const SettingRow& row : sheet.settingsBeforeHeader) WriteDefault(defaults_, row);
+    defaults_.SetChild(IFormatCodec::TAG_GLOBAL_HEADER, sheet.globalHeader);
+    for (const SettingRow& row : sheet.settings) WriteDefault(defaults_, row);
+    AddConstraints(sheet.settingsBeforeHeader, constraints_);
+    AddConstraints(sheet.settings, constraints_);
     Core::Property& limits = defaults_.SetChild(IFormatFile::TAG_LIMITS);
     limits.SetChild(IFormatFile::TAG_LIMITS_VIDEO, sheet.limits.video);
     limits.SetChild(IFormatFile::TAG_LIMITS_AUDIO, sheet.limits.audio);
@@ -70,6 +70,7 @@ DataHelperFormatBase::DataHelperFormatBase(const FormatSheet& sheet, const std::
     Core::Property& streams = defaults_.SetChild(IPreset::KEY_STREAMS);
     for (const StreamRow& row : sheet.streams) AddStream(row, streams);
     for (const FormatRuleRow& row : sheet.rules) AddRule(row);
+    FindCorrections(sheet.rules);
 }
 
 void DataHelperFormatBase::AddStream(const StreamRow& row, Core::Property& streams) {
@@ -86,7 +87,7 @@ void DataHelperFormatBase::AddStream(const StreamRow& row, Core::Property& strea
 
 void DataHelperFormatBase::AddRule(const FormatRuleRow& row) {
     boost::intrusive_ptr<IPropertyConstraint> condition = codecs_[IndexOf(row.type)];
-    if (!row.codecs.empty()) condition = MakeConstraint(Texts{row.codecs});
+    if (row.codecs.size() != 0) condition = MakeConstraint(Texts{row.codecs});
     rules_.emplace_back(Core::Property::SEPARATOR,
                         PairValidationRule::Create(CodecIdPath(row.type), condition,
                                                    RulePath(row.type, row.node, row.tag), MakeConstraint(row.allowed)));
@@ -122,30 +123,40 @@ void DataHelperFormatBase::FillConstraints(ConstraintMap& constraints) const {
 
 void DataHelperFormatBase::ApplyPresetSettings(const Core::Property& /*source*/, Core::Property& /*target*/) const {}
 
-void DataHelperFormatBase::CorrectFormatCodec(Core::Property& codec) const {
-    if (codec.Name() == IFormatCodecVideo::TAG_FORMAT_CODEC_VIDEO) {
-        HoldToRules(StreamType::Video, Node::FrameRate, IFormatCodecVideo::TAG_FPS, codec);
-        HoldToRules(StreamType::Video, Node::InFormat, IFormatCodecVideo::TAG_COVER_FLAG, codec);
-        HoldToRules(StreamType::Video, Node::Options, IFormatCodec::TAG_PROFILE, codec);
-    } else if (codec.Name() == IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO) {
-        HoldToRules(StreamType::Audio, Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, codec);
-        HoldToRules(StreamType::Audio, Node::Resampler, IFormatCodecAudio::TAG_LAYOUT, codec);
+void DataHelperFormatBase::FindCorrections(std::span<const FormatRuleRow> rows) {
+    const struct {
+        StreamType type;
+        Node node;
+        Text tag;
+    } corrected[] = {
+        {StreamType::Video, Node::FrameRate, IFormatCodecVideo::TAG_FPS},
+        {StreamType::Video, Node::InFormat, IFormatCodecVideo::TAG_COVER_FLAG},
+        {StreamType::Video, Node::Options, IFormatCodec::TAG_PROFILE},
+        {StreamType::Audio, Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE},
+        {StreamType::Audio, Node::Resampler, IFormatCodecAudio::TAG_LAYOUT},
+    };
+    for (const auto& [type, node, tag] : corrected) {
+        for (size_t i = 0; i < rows.size(); ++i) {
+            if (rows[i].type != type || rows[i].node != node || rows[i].tag.get() != tag.get()) continue;
+            // A codec node holds itself what its filters and the container give it; only its options stand deeper.
+            const std::string place = node == Node::Options ? SettingKey(node, tag) : tag.get();
+            const auto& rule = rules_[i].second;
+            auto& corrections = type == StreamType::Video ? videoCorrections_ : audioCorrections_;
+            corrections.push_back({place, rule->GetFirstConstraint(), rule->GetSecondConstraint()});
+        }
     }
 }
 
-void DataHelperFormatBase::HoldToRules(StreamType type, Node node, const std::string& tag,
-                                       Core::Property& codec) const {
-    // A codec node holds itself what its filters and the container give it; only its options stand deeper.
-    const std::string place = node == Node::Options ? SettingKey(node, tag) : tag;
-    if (codec.FindByPath(place) == nullptr) return;
-    ValidationRuleList rules;
-    FillValidationRules(rules);
-    const std::string codecIdPath = CodecIdPath(type);
-    const std::string settingPath = RulePath(type, node, tag);
-    for (const auto& [path, rule] : rules) {
-        if (rule->GetFirstName() != codecIdPath || rule->GetSecondName() != settingPath) continue;
-        if (!rule->GetFirstConstraint()->IsValid(codec[IFormatCodec::TAG_CODEC_ID])) continue;
-        rule->GetSecondConstraint()->CorrectValue(codec.ChildByPath(place));
+void DataHelperFormatBase::CorrectFormatCodec(Core::Property& codec) const {
+    if (codec.Name() == IFormatCodecVideo::TAG_FORMAT_CODEC_VIDEO) Correct(videoCorrections_, codec);
+    if (codec.Name() == IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO) Correct(audioCorrections_, codec);
+}
+
+void DataHelperFormatBase::Correct(const std::vector<Correction>& corrections, Core::Property& codec) {
+    for (const Correction& correction : corrections) {
+        if (codec.FindByPath(correction.place) == nullptr) continue;
+        if (!correction.codecs->IsValid(codec[IFormatCodec::TAG_CODEC_ID])) continue;
+        correction.allowed->CorrectValue(codec.ChildByPath(correction.place));
     }
 }
 

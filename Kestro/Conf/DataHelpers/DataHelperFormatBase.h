@@ -22,20 +22,20 @@ public:
     /// The path of the codec id of a preset's first stream of that type, from the preset's root.
     static std::string CodecIdPath(StreamType type);
 
-    Core::Property GetDefaultSettings() const override;
+    Core::Property GetDefaultSettings() const final;
     /// None: a container needs no filter.
-    void GetRequiredFilters(FilterList& filters) const override;
-    void FillValidationRules(ValidationRuleList& rules) const override;
-    void FillConstraints(ConstraintMap& constraints) const override;
+    void GetRequiredFilters(FilterList& filters) const final;
+    void FillValidationRules(ValidationRuleList& rules) const final;
+    void FillConstraints(ConstraintMap& constraints) const final;
     /// Does nothing: a container's settings are used as they are.
-    void ApplyPresetSettings(const Core::Property& source, Core::Property& target) const override;
+    void ApplyPresetSettings(const Core::Property& source, Core::Property& target) const final;
 
     /// Holds a codec node's frame rate, cover flag and profile (video) or sample rate and layout (audio) to the
     /// container's rules for that codec. The node bears the name IFormatCodecVideo::TAG_FORMAT_CODEC_VIDEO or
     /// IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO; one of another name is left alone, and so are settings that are
     /// absent and values that no rule can correct. Throws PropertyException for a node without a codec id that has a
     /// setting to be held to a rule.
-    void CorrectFormatCodec(Core::Property& codec) const override;
+    void CorrectFormatCodec(Core::Property& codec) const final;
 
     /// The codecs of one kind that the container takes, and the default among them. Throw HelperException where the
     /// container carries no such stream.
@@ -47,7 +47,7 @@ public:
     std::string DefaultSubtitleTextCodec() const;
 
 protected:
-    /// The sheet is read here and then no more.
+    /// The sheet is read here and not kept.
     explicit DataHelperFormatBase(const FormatSheet& sheet);
     /// For a sheet that several container names share.
     DataHelperFormatBase(const FormatSheet& sheet, const std::string& container);
@@ -62,13 +62,23 @@ private:
     const boost::intrusive_ptr<ConstraintCodecs>& CodecsConstraint(StreamType type, const char* operation) const;
     void AddStream(const StreamRow& row, Core::Property& streams);
     void AddRule(const FormatRuleRow& row);
-    void HoldToRules(StreamType type, Node node, const std::string& tag, Core::Property& codec) const;
+    void FindCorrections(std::span<const FormatRuleRow> rows);
+
+    /// A rule as a codec node sees it: where the codec is one of `codecs`, the setting at `place` is held to `allowed`.
+    struct Correction {
+        std::string place;
+        boost::intrusive_ptr<IPropertyConstraint> codecs;
+        boost::intrusive_ptr<IPropertyConstraint> allowed;
+    };
+    static void Correct(const std::vector<Correction>& corrections, Core::Property& codec);
 
     /// In the order of StreamType; null for a kind of stream that the container does not carry.
     std::array<boost::intrusive_ptr<ConstraintCodecs>, 3> codecs_;
     Core::Property defaults_;
     ConstraintMap constraints_;
     ValidationRuleList rules_;
+    std::vector<Correction> videoCorrections_;
+    std::vector<Correction> audioCorrections_;
 };
 
 }  // namespace Kestro::Conf

@@ -152,6 +152,12 @@ void WriteDefault(Core::Property& own, const SettingRow& row) {
     std::visit(write, row.initial);
 }
 
+void AddConstraints(std::span<const SettingRow> rows, ConstraintMap& constraints) {
+    for (const SettingRow& row : rows) {
+        if (auto constraint = MakeConstraint(row.allowed)) constraints[SettingKey(row.node, row.tag)] = constraint;
+    }
+}
+
 boost::intrusive_ptr<IPropertyConstraint> MakeConstraint(const Allowed& allowed) {
     return std::visit(ConstraintMaker(), allowed);
 }

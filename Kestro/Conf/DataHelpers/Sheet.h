@@ -2,7 +2,6 @@
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 #include <cstdint>
-#include <functional>
 #include <span>
 #include <string>
 #include <utility>
@@ -10,44 +9,30 @@
 #include <vector>
 
 #include "Kestro/Conf/ChannelLayout.h"
+#include "Kestro/Conf/DataHelpers/FrameRates.h"
+#include "Kestro/Conf/DataHelpers/List.h"
+#include "Kestro/Conf/IDataHelper.h"
 #include "Kestro/Conf/IPropertyConstraint.h"
 #include "Kestro/Conf/SampleFormats.h"
 #include "Kestro/Core/Property.h"
 
-/// The words in which the data sheets of encoders and containers are written, and their one translation into settings
-/// and constraints. Sheets are constexpr and refer to the vocabulary's constants, never to copies of their texts.
+/// The words in which the data sheets of encoders and containers are written, and what turns them into settings and
+/// constraints. Sheets are constexpr and refer to the vocabulary's constants, never to copies of their texts.
 namespace Kestro::Conf {
 
-/// A constant of the vocabulary.
-using Text = std::reference_wrapper<const std::string>;
+/// A constant of the vocabulary, by its address.
+class Text {
+public:
+    constexpr Text() = default;
+    constexpr Text(const std::string& constant) : constant_(&constant) {}
+    Text(const std::string&&) = delete;
 
-/// A frame rate, frames per second, and the name under which it is offered.
-struct FrameRate {
-    int64_t numerator;
-    int64_t denominator;
-    const char* name;
+    constexpr const std::string& get() const { return *constant_; }
+    constexpr operator const std::string&() const { return *constant_; }
+
+private:
+    const std::string* constant_ = nullptr;
 };
-
-/// The source's own rate (SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE), and the rates of film and television
-/// (SMPTE ST 170, ITU-R BT.709): the NTSC ones are 1000/1001 of a whole number.
-namespace FrameRates {
-inline constexpr FrameRate kSource{0, 1, "Auto"};
-inline constexpr FrameRate k8{8, 1, "8"};
-inline constexpr FrameRate k10{10, 1, "10"};
-inline constexpr FrameRate k12{12, 1, "12"};
-inline constexpr FrameRate k15{15, 1, "15"};
-inline constexpr FrameRate k20{20, 1, "20"};
-inline constexpr FrameRate kNtscFilm{24000, 1001, "23.97"};
-inline constexpr FrameRate kFilm{24, 1, "24"};
-inline constexpr FrameRate kPal{25, 1, "25"};
-inline constexpr FrameRate kNtsc{30000, 1001, "29.97"};
-inline constexpr FrameRate k30{30, 1, "30"};
-inline constexpr FrameRate k50{50, 1, "50"};
-inline constexpr FrameRate kNtscField{60000, 1001, "59.94"};
-inline constexpr FrameRate k60{60, 1, "60"};
-/// The rates that MPEG-1 and MPEG-2 video have a code for (ISO/IEC 11172-2 and 13818-2, frame_rate_code).
-inline constexpr FrameRate kMpeg[] = {kNtscFilm, kFilm, kPal, kNtsc, k30, k50, kNtscField, k60};
-}  // namespace FrameRates
 
 // What a setting may be.
 
@@ -69,7 +54,7 @@ struct NamedInteger {
 struct NamedIntegers {
     std::span<const NamedInteger> values;
 };
-/// This flag; the other is corrected to it.
+/// This flag alone; the other one is corrected to it.
 struct Flag {
     bool value;
 };
@@ -142,7 +127,7 @@ struct SettingRow {
     Node node = Node::Own;
     Initial initial = {};
     Allowed allowed = {};
-    bool isOutside = false;  ///< the default is one that nobody may ask for
+    bool isOutside = false;  ///< the default itself is not among the allowed values
 };
 
 /// The path of a setting from the codec's or the format's own node, or from the root where a filter holds it; it is the
@@ -154,91 +139,13 @@ std::string SettingPath(const std::string& ownNode, Node node, const std::string
 /// Writes a row's default into the node that it belongs to (the codec's options are made when they are not there).
 void WriteDefault(Core::Property& own, const SettingRow& row);
 
+/// Makes the constraints of those rows, under the keys of their settings.
+void AddConstraints(std::span<const SettingRow> rows, ConstraintMap& constraints);
+
 /// Null for a setting that may be anything.
 boost::intrusive_ptr<IPropertyConstraint> MakeConstraint(const Allowed& allowed);
 
 /// `std::vector<std::string>` of a list of texts.
 std::vector<std::string> ToStrings(std::span<const Text> texts);
-
-// What the compiler checks of a sheet.
-
-namespace Sound {
-
-/// Constants are compared by identity: every text of the vocabulary stands once.
-constexpr bool Same(const Text& a, const Text& b) { return &a.get() == &b.get(); }
-constexpr bool Same(int64_t a, int64_t b) { return a == b; }
-constexpr bool Same(ChannelLayout a, ChannelLayout b) { return a == b; }
-constexpr bool Same(SampleFormats a, SampleFormats b) { return a == b; }
-constexpr bool Same(const NamedInteger& a, const NamedInteger& b) { return a.value == b.value || Same(a.name, b.name); }
-constexpr bool Same(const FrameSize& a, const FrameSize& b) { return a.width == b.width && a.height == b.height; }
-constexpr bool Same(const FrameRate& a, const FrameRate& b) {
-    return a.numerator * b.denominator == b.numerator * a.denominator;
-}
-
-template <class T>
-constexpr bool Contains(std::span<const T> list, const T& wanted) {
-    for (const T& entry : list) {
-        if (Same(entry, wanted)) return true;
-    }
-    return false;
-}
-
-template <class T>
-constexpr bool IsUnique(std::span<const T> list) {
-    for (size_t i = 0; i < list.size(); ++i) {
-        if (Contains(list.first(i), list[i])) return false;
-    }
-    return true;
-}
-
-template <class T>
-constexpr bool IsList(std::span<const T> list) {
-    return !list.empty() && IsUnique(list);
-}
-
-template <class T>
-constexpr bool IsOffered(std::span<const T> list, const Initial& initial) {
-    if (!IsList(list)) return false;
-    if (std::holds_alternative<std::monostate>(initial)) return true;
-    const T* value = std::get_if<T>(&initial);
-    return value != nullptr && Contains(list, *value);
-}
-
-constexpr bool IsIn(const Range& range, const Initial& initial) {
-    if (range.lo > range.hi || range.step < 0) return false;
-    if (std::holds_alternative<std::monostate>(initial)) return true;
-    const int64_t* value = std::get_if<int64_t>(&initial);
-    return value != nullptr && range.lo <= *value && *value <= range.hi;
-}
-
-/// The default lies in the list or range, which is not empty and holds nothing twice. Shared constraints are tested
-/// when they exist.
-constexpr bool IsSound(const Initial& initial, const Allowed& allowed) {
-    if (const auto* range = std::get_if<Range>(&allowed)) return IsIn(*range, initial);
-    if (const auto* list = std::get_if<Integers>(&allowed)) return IsOffered(list->values, initial);
-    if (const auto* list = std::get_if<NamedIntegers>(&allowed)) return IsList(list->values);
-    if (const auto* list = std::get_if<Texts>(&allowed)) return IsOffered(list->values, initial);
-    if (const auto* list = std::get_if<Layouts>(&allowed)) return IsList(list->values);
-    if (const auto* list = std::get_if<SampleFormatList>(&allowed)) return IsList(list->values);
-    if (const auto* list = std::get_if<SamplesOf>(&allowed)) return IsList(list->values);
-    if (const auto* list = std::get_if<Rates>(&allowed)) return IsList(list->values);
-    if (const auto* list = std::get_if<FrameSizes>(&allowed)) return IsList(list->values);
-    return true;
-}
-
-/// Every row is sound, says something, and no setting stands twice.
-constexpr bool IsSound(std::span<const SettingRow> rows) {
-    for (size_t i = 0; i < rows.size(); ++i) {
-        const SettingRow& row = rows[i];
-        if (!IsSound(row.isOutside ? Initial() : row.initial, row.allowed)) return false;
-        if (row.initial.index() == 0 && row.allowed.index() == 0) return false;
-        for (const SettingRow& earlier : rows.first(i)) {
-            if (Same(earlier.tag, row.tag) && earlier.node == row.node) return false;
-        }
-    }
-    return true;
-}
-
-}  // namespace Sound
 
 }  // namespace Kestro::Conf

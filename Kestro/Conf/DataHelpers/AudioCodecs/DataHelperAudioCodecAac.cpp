@@ -31,32 +31,26 @@ constexpr Text kProfiles[] = {
     IFormatCodecAudio::TAG_AAC_PROFILE_ELD,
 };
 
-constexpr SettingRow kSettings[] = {
-    kCbrMode,
-    AudioBitrate(kBitrates),
-    {.tag = IFormatCodec::TAG_PROFILE,
-     .node = Node::Options,
-     .initial = IFormatCodecAudio::TAG_AAC_PROFILE_LOW,
-     .allowed = Texts{kProfiles}},
-    kGlobalHeader,
-    {.tag = IFormatCodecAudio::TAG_LAYOUT, .node = Node::Resampler, .allowed = Layouts{kLayouts}},
-};
-constexpr CodecRuleRow kRules[] = {
-    {.when = IFormatCodec::TAG_BITRATE,
-     .is = Integers{kBitratesOfTwoChannels},
-     .tag = IFormatCodecAudio::TAG_LAYOUT,
-     .node = Node::Resampler,
-     .allowed = Layouts{kLayoutsAboveMono}},
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_AAC,
     .stream = StreamType::Audio,
-    .settings = kSettings,
+    .settings = {kCbrMode,
+                 AudioBitrate(kBitrates),
+                 {.tag = IFormatCodec::TAG_PROFILE,
+                  .node = Node::Options,
+                  .initial = IFormatCodecAudio::TAG_AAC_PROFILE_LOW,
+                  .allowed = Texts{kProfiles}},
+                 {.tag = IFormatCodecAudio::TAG_LAYOUT, .node = Node::Resampler, .allowed = Layouts{kLayouts}}},
+    .globalHeader = true,
     .sampleRates = Integers{kSampleRates},
     .layouts = Layouts{kLayouts},
-    .rules = kRules,
+    .rules = {{.when = IFormatCodec::TAG_BITRATE,
+               .is = Integers{kBitratesOfTwoChannels},
+               .tag = IFormatCodecAudio::TAG_LAYOUT,
+               .node = Node::Resampler,
+               .allowed = Layouts{kLayoutsAboveMono}}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

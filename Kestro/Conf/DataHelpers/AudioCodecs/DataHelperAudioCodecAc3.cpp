@@ -16,18 +16,14 @@ constexpr ChannelLayout kLayouts[] = {
     ChannelLayout::Layout2Point1, ChannelLayout::Layout3Point1,    ChannelLayout::Layout4Point1,
     ChannelLayout::Layout5Point1, ChannelLayout::Layout5Point1Back};
 
-constexpr SettingRow kSettings[] = {
-    kCbrMode,
-    AudioBitrate(kBitrates),
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_AC3,
     .stream = StreamType::Audio,
-    .settings = kSettings,
+    .settings = {kCbrMode, AudioBitrate(kBitrates)},
     .sampleRates = Integers{kMpeg1SampleRates},
     .layouts = Layouts{kLayouts},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -18,28 +18,27 @@ constexpr ChannelLayout kLayouts[] = {
     ChannelLayout::Layout6Point1Back,
     ChannelLayout::Layout7Point1WideBack,
 };
-// The encoder keeps 24 of 32 bits.
+// Of 32 bits the encoder keeps 24.
 constexpr SampleFormats kFormats[] = {SampleFormats::S16p, SampleFormats::S32p};
-constexpr EncodedShare kShares[] = {{kFormats[0], 0.54}, {kFormats[1], 0.7 * 24.0 / 32.0}};
 
-constexpr SettingRow kSettings[] = {
-    kVbrMode,
-    kGlobalHeader,
-    {.tag = IFormatCodecAudio::TAG_SAMPLE_FORMAT, .node = Node::Resampler, .allowed = SampleFormatList{kFormats}},
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_ALAC,
     .stream = StreamType::Audio,
-    .settings = kSettings,
+    .settings = {kVbrMode,
+                 {.tag = IFormatCodecAudio::TAG_SAMPLE_FORMAT,
+                  .node = Node::Resampler,
+                  .allowed = SampleFormatList{kFormats}}},
+    .globalHeader = true,
     .sampleRates = kAnySampleRate,
     .layouts = Layouts{kLayouts},
     .sampleFormats = SamplesOf{kFormats},
     .bitrateIsOptional = true,
+    .encodedShares = {{kFormats[0], 0.54}, {kFormats[1], 0.7 * 24.0 / 32.0}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 
-DataHelperAudioCodecAlac::DataHelperAudioCodecAlac() : DataHelperAudioCodecLossless(kSheet, kSheet.codecId, kShares) {}
+DataHelperAudioCodecAlac::DataHelperAudioCodecAlac() : DataHelperCodecFFMPEG(kSheet) {}
 
 }  // namespace Kestro::Conf

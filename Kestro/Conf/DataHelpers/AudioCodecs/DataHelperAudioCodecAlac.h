@@ -1,11 +1,11 @@
 #pragma once
 
-#include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecLossless.h"
+#include "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG.h"
 
 namespace Kestro::Conf {
 
 /// Apple Lossless of 16 or 24 bits.
-class DataHelperAudioCodecAlac final : public DataHelperAudioCodecLossless {
+class DataHelperAudioCodecAlac final : public DataHelperCodecFFMPEG {
 public:
     DataHelperAudioCodecAlac();
 };

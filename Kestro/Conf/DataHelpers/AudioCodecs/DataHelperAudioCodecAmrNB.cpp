@@ -11,18 +11,14 @@ namespace {
 constexpr int64_t kBitrates[] = {4'750, 5'150, 5'900, 6'700, 7'400, 7'950, 10'200, 12'200};
 constexpr int64_t kSampleRates[] = {8'000};
 
-constexpr SettingRow kSettings[] = {
-    kCbrMode,
-    AudioBitrate(kBitrates, 12'200),
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_AMR_NB,
     .stream = StreamType::Audio,
-    .settings = kSettings,
+    .settings = {kCbrMode, AudioBitrate(kBitrates, 12'200)},
     .sampleRates = Integers{kSampleRates},
     .layouts = Layouts{kMono},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

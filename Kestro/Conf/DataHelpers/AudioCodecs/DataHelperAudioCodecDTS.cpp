@@ -13,18 +13,15 @@ bool IsBitrate(const Core::Property& value) {
            value.GetInt64() <= IFormatCodecAudio::MAX_DTS_BITRATE;
 }
 
-constexpr SettingRow kSettings[] = {
-    kCbrMode,
-    {.tag = IFormatCodec::TAG_BITRATE,
-     .initial = 256'000,
-     .allowed = Satisfying{IsBitrate, IPropertyConstraint::DESCRIPTION_ID_DTS_BITRATE}},
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_DTS,
     .stream = StreamType::Audio,
-    .settings = kSettings,
+    .settings = {kCbrMode,
+                 {.tag = IFormatCodec::TAG_BITRATE,
+                  .initial = 256'000,
+                  .allowed = Satisfying{IsBitrate, IPropertyConstraint::DESCRIPTION_ID_DTS_BITRATE}}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -8,18 +8,15 @@ namespace {
 
 constexpr Text kModes[] = {IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO};
 
-constexpr SettingRow kSettings[] = {
-    {.tag = IFormatCodec::TAG_BITRATE_MODE,
-     .initial = IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO,
-     .allowed = Texts{kModes}},
-    {.tag = IFormatCodec::TAG_BITRATE, .initial = 256'000},
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodec::CODEC_ID_AUTO,
     .stream = StreamType::Audio,
-    .settings = kSettings,
+    .settings = {{.tag = IFormatCodec::TAG_BITRATE_MODE,
+                  .initial = IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO,
+                  .allowed = Texts{kModes}},
+                 {.tag = IFormatCodec::TAG_BITRATE, .initial = 256'000}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -17,28 +17,27 @@ constexpr ChannelLayout kLayouts[] = {
     ChannelLayout::Layout5Point1, ChannelLayout::Layout6Point1,
     ChannelLayout::Layout7Point1,
 };
-// The encoder keeps 24 of 32 bits.
+// Of 32 bits the encoder keeps 24.
 constexpr SampleFormats kFormats[] = {SampleFormats::S16, SampleFormats::S32};
-constexpr EncodedShare kShares[] = {{kFormats[0], 0.53}, {kFormats[1], 0.69 * 24.0 / 32.0}};
 
-constexpr SettingRow kSettings[] = {
-    kVbrMode,
-    kGlobalHeader,
-    {.tag = IFormatCodecAudio::TAG_SAMPLE_FORMAT, .node = Node::Resampler, .allowed = SampleFormatList{kFormats}},
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_FLAC,
     .stream = StreamType::Audio,
-    .settings = kSettings,
+    .settings = {kVbrMode,
+                 {.tag = IFormatCodecAudio::TAG_SAMPLE_FORMAT,
+                  .node = Node::Resampler,
+                  .allowed = SampleFormatList{kFormats}}},
+    .globalHeader = true,
     .sampleRates = Integers{kSampleRates},
     .layouts = Layouts{kLayouts},
     .sampleFormats = SamplesOf{kFormats},
     .bitrateIsOptional = true,
+    .encodedShares = {{kFormats[0], 0.53}, {kFormats[1], 0.69 * 24.0 / 32.0}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 
-DataHelperAudioCodecFlac::DataHelperAudioCodecFlac() : DataHelperAudioCodecLossless(kSheet, kSheet.codecId, kShares) {}
+DataHelperAudioCodecFlac::DataHelperAudioCodecFlac() : DataHelperCodecFFMPEG(kSheet) {}
 
 }  // namespace Kestro::Conf

@@ -10,18 +10,14 @@ namespace {
 constexpr int64_t kBitrates[] = {32'000,  48'000,  56'000,  64'000,  80'000,  96'000, 112'000,
                                  128'000, 160'000, 192'000, 224'000, 256'000, 320'000};
 
-constexpr SettingRow kSettings[] = {
-    kCbrMode,
-    AudioBitrate(kBitrates),
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecAudio::CODEC_ID_MP2,
     .stream = StreamType::Audio,
-    .settings = kSettings,
+    .settings = {kCbrMode, AudioBitrate(kBitrates)},
     .sampleRates = Integers{kMpeg1SampleRates},
     .layouts = Layouts{kMonoAndStereo},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

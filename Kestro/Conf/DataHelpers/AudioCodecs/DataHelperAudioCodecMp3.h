@@ -8,9 +8,6 @@ namespace Kestro::Conf {
 class DataHelperAudioCodecMp3 final : public DataHelperCodecFFMPEG {
 public:
     DataHelperAudioCodecMp3();
-
-    /// Lowers the bitrate to what the sample rate allows, after the repairs that all encoders share.
-    void CorrectFormatCodec(Core::Property& settings) const override;
 };
 
 }  // namespace Kestro::Conf

@@ -1,7 +1,6 @@
 #include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecPCM.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "Kestro/Conf/DataHelpers/CodecFacts.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
@@ -15,56 +14,39 @@ using Audio = IFormatCodecAudio;
 constexpr Text k8Bit[] = {Audio::CODEC_ID_PCM_S8, Audio::CODEC_ID_PCM_U8};
 constexpr Text k16Bit[] = {Audio::CODEC_ID_PCM_S16LE, Audio::CODEC_ID_PCM_S16BE, Audio::CODEC_ID_PCM_U16LE,
                            Audio::CODEC_ID_PCM_U16BE};
-constexpr Text k24Bit[] = {Audio::CODEC_ID_PCM_S24LE, Audio::CODEC_ID_PCM_S24BE, Audio::CODEC_ID_PCM_U24LE,
-                           Audio::CODEC_ID_PCM_U24BE};
-constexpr Text k32Bit[] = {Audio::CODEC_ID_PCM_S32LE, Audio::CODEC_ID_PCM_S32BE, Audio::CODEC_ID_PCM_U32LE,
-                           Audio::CODEC_ID_PCM_U32BE};
 
 constexpr SampleFormats kU8[] = {SampleFormats::U8};
 constexpr SampleFormats kS16[] = {SampleFormats::S16};
 constexpr SampleFormats kS32[] = {SampleFormats::S32};
 
-constexpr SettingRow kSettings[] = {
-    kCbrMode,
-};
-
-constexpr CodecSheet Sheet(std::span<const SampleFormats> formats) {
+constexpr CodecSheet Sheet(std::span<const SampleFormats> format) {
     return {
         .codecId = Audio::CODEC_ID_PCM_S16LE,
         .stream = StreamType::Audio,
-        .settings = kSettings,
+        .settings = {kCbrMode},
         .sampleRates = kAnySampleRate,
         .layouts = AnyLayout(),
-        .sampleFormats = SamplesOf{formats},
+        .sampleFormats = SamplesOf{format},
         .bitrateIsOptional = true,
+        .encodedShares = {{format[0], 1.0}},
     };
 }
+constexpr CodecSheet k8BitSheet = Sheet(kU8);
+constexpr CodecSheet k16BitSheet = Sheet(kS16);
+constexpr CodecSheet k24Or32BitSheet = Sheet(kS32);
+static_assert(IsConsistent(k8BitSheet) && IsConsistent(k16BitSheet) && IsConsistent(k24Or32BitSheet));
 
-/// The encoders of one sample size. The bitrate is that of the samples as they are given: 24 bits come in 32.
-struct Depth {
-    std::span<const Text> codecs;
-    CodecSheet sheet;
-    EncodedShare share;
-};
-constexpr Depth kDepths[] = {
-    {k8Bit, Sheet(kU8), {SampleFormats::U8, 1.0}},
-    {k16Bit, Sheet(kS16), {SampleFormats::S16, 1.0}},
-    {k24Bit, Sheet(kS32), {SampleFormats::S32, 1.0}},
-    {k32Bit, Sheet(kS32), {SampleFormats::S32, 1.0}},
-};
-static_assert(IsSound(kDepths[0].sheet) && IsSound(kDepths[1].sheet) && IsSound(kDepths[2].sheet));
-
-const Depth& DepthOf(const std::string& codecId) {
-    const auto holds = [&codecId](const Depth& depth) {
-        return std::any_of(depth.codecs.begin(), depth.codecs.end(),
-                           [&codecId](const std::string& id) { return id == codecId; });
+const CodecSheet& SheetOf(const std::string& codecId) {
+    const auto isOneOf = [&codecId](std::span<const Text> ids) {
+        return std::any_of(ids.begin(), ids.end(), [&codecId](const std::string& id) { return id == codecId; });
     };
-    return *std::find_if(std::begin(kDepths), std::prev(std::end(kDepths)), holds);
+    if (isOneOf(k8Bit)) return k8BitSheet;
+    return isOneOf(k16Bit) ? k16BitSheet : k24Or32BitSheet;
 }
 
 }  // namespace
 
 DataHelperAudioCodecPCM::DataHelperAudioCodecPCM(const std::string& codecId)
-    : DataHelperAudioCodecLossless(DepthOf(codecId).sheet, codecId, {&DepthOf(codecId).share, 1}) {}
+    : DataHelperCodecFFMPEG(SheetOf(codecId), codecId) {}
 
 }  // namespace Kestro::Conf

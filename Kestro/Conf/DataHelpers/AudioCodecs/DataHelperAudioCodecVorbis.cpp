@@ -1,11 +1,7 @@
 #include "Kestro/Conf/DataHelpers/AudioCodecs/DataHelperAudioCodecVorbis.h"
 
-#include <cstdlib>
-#include <limits>
-
 #include "Kestro/Conf/DataHelpers/CodecFacts.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
-#include "Kestro/Conf/LayoutRecord.h"
 
 namespace Kestro::Conf {
 
@@ -25,32 +21,7 @@ constexpr ChannelLayout kLayouts[] = {
     ChannelLayout::Layout6Point1,
     ChannelLayout::Layout7Point1,
 };
-
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    AudioBitrate(kBitrates),
-    kAudioQuality,
-    kGlobalHeader,
-};
-constexpr CodecSheet kSheet{
-    .codecId = IFormatCodecAudio::CODEC_ID_VORBIS,
-    .stream = StreamType::Audio,
-    .settings = kSettings,
-    .sampleRates = Integers{kSampleRates},
-    .layouts = Layouts{kLayouts},
-    .bitrateIsOptional = true,
-};
-static_assert(IsSound(kSheet));
-
-/// The bitrates that libvorbis 1.3 takes at a sample rate, as it answers. Channels are coupled in pairs, and in six;
-/// others are coded each for itself.
-struct BitrateLimits {
-    int64_t sampleRate;
-    int64_t lowestOfChannel;
-    int64_t lowestOfStereo;
-    int64_t lowestOfSix;
-    int64_t highestOfChannel;
-};
+// What libvorbis 1.3 takes, as it answers.
 constexpr BitrateLimits kLimits[] = {
     {8'000, 8'000, 12'000, 48'000, 42'000},    {11'025, 12'000, 16'000, 72'000, 50'000},
     {16'000, 16'000, 24'000, 96'000, 100'000}, {22'050, 16'000, 30'000, 96'000, 90'000},
@@ -58,43 +29,20 @@ constexpr BitrateLimits kLimits[] = {
     {44'100, 32'000, 45'000, 84'000, 240'000}, {48'000, 32'000, 45'000, 84'000, 240'000},
 };
 
-int64_t Lowest(const BitrateLimits& limits, int64_t channels) {
-    if (channels == 2) return limits.lowestOfStereo;
-    if (channels == 6) return limits.lowestOfSix;
-    return limits.lowestOfChannel * channels;
-}
-
-int64_t NearestBitrate(int64_t wanted, int64_t lowest, int64_t highest) {
-    int64_t nearest = wanted;
-    int64_t least = std::numeric_limits<int64_t>::max();
-    for (const int64_t bitrate : kBitrates) {
-        if (bitrate < lowest || bitrate > highest) continue;
-        const int64_t distance = std::abs(bitrate - wanted);
-        if (distance < least) {
-            least = distance;
-            nearest = bitrate;
-        }
-    }
-    return nearest;
-}
+constexpr CodecSheet kSheet{
+    .codecId = IFormatCodecAudio::CODEC_ID_VORBIS,
+    .stream = StreamType::Audio,
+    .settings = {kCbrOrVbrMode, AudioBitrate(kBitrates), kAudioQuality},
+    .globalHeader = true,
+    .sampleRates = Integers{kSampleRates},
+    .layouts = Layouts{kLayouts},
+    .bitrateIsOptional = true,
+    .bitrateLimits = kLimits,
+};
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 
 DataHelperAudioCodecVorbis::DataHelperAudioCodecVorbis() : DataHelperCodecFFMPEG(kSheet) {}
-
-void DataHelperAudioCodecVorbis::CorrectFormatCodec(Core::Property& settings) const {
-    DataHelperCodecFFMPEG::CorrectFormatCodec(settings);
-    const std::string& rate = IFormatCodecAudio::TAG_SAMPLE_RATE;
-    const std::string& layout = IFormatCodecAudio::TAG_LAYOUT;
-    const std::string& bitrate = IFormatCodec::TAG_BITRATE;
-    if (!settings.ChildExists(rate) || !settings.ChildExists(layout) || !settings.ChildExists(bitrate)) return;
-    // What no record knows has failed the check, and so has a rate that has no limits.
-    const int64_t channels = LayoutRecord::Find(settings[layout].GetString())->channels;
-    for (const BitrateLimits& limits : kLimits) {
-        if (limits.sampleRate != settings[rate].GetInt64()) continue;
-        settings.SetChild(bitrate, NearestBitrate(settings[bitrate].GetInt64(), Lowest(limits, channels),
-                                                  limits.highestOfChannel * channels));
-    }
-}
 
 }  // namespace Kestro::Conf

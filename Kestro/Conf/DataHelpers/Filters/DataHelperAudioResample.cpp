@@ -1,6 +1,7 @@
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioResample.h"
 
 #include "Kestro/Conf/DataHelpers/HelperErrors.h"
+#include "Kestro/Conf/DataHelpers/LayoutNames.h"
 #include "Kestro/Conf/DataHelpers/Sheet.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/SampleFmtRecord.h"
@@ -24,15 +25,12 @@ constexpr int64_t kSampleRates[] = {DataHelperAudioResample::KEEP_SAMPLE_RATE,
                                     64'000,
                                     88'200,
                                     96'000};
-constexpr Text kLayouts[] = {IFormatCodecAudio::TAG_CH_LAYOUT_UNKNOWN, IFormatCodecAudio::TAG_CH_LAYOUT_MONO,
-                             IFormatCodecAudio::TAG_CH_LAYOUT_STEREO};
-
 std::string Path(const std::string& tag) { return Proc::IResample::CLASS_ID + Core::Property::SEPARATOR + tag; }
 
 }  // namespace
 
 DataHelperAudioResample::DataHelperAudioResample() {
-    Constrain(Path(IFormatCodecAudio::TAG_LAYOUT), MakeConstraint(Texts{kLayouts}));
+    Constrain(Path(IFormatCodecAudio::TAG_LAYOUT), MakeConstraint(Texts{kResamplerLayouts}));
     Constrain(Path(IFormatCodecAudio::TAG_SAMPLE_RATE), MakeConstraint(Integers{kSampleRates}));
 }
 

@@ -7,19 +7,8 @@
 
 namespace Kestro::Conf {
 
-namespace {
-
-constexpr FrameRate kFrameRates[] = {
-    FrameRates::kSource, {8, 1, "8"},           {10, 1, "10"},     {12, 1, "12"},          {15, 1, "15"},
-    {20, 1, "20"},       FrameRates::kNtscFilm, FrameRates::kFilm, FrameRates::kPal,       FrameRates::kNtsc,
-    FrameRates::k30,     {48, 1, "48"},         FrameRates::k50,   FrameRates::kNtscField, FrameRates::k60,
-    {100, 1, "100"},     {120, 1, "120"},
-};
-
-}  // namespace
-
 DataHelperVideoResample::DataHelperVideoResample() {
-    Constrain(IFormatCodecVideo::TAG_FPS, MakeConstraint(Rates{kFrameRates}));
+    Constrain(IFormatCodecVideo::TAG_FPS, MakeConstraint(Rates{FrameRates::kAll}));
 }
 
 Core::Property DataHelperVideoResample::GetDefaultSettings() const {

@@ -6,24 +6,19 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kVideo[] = {IFormatCodecVideo::CODEC_ID_H263, IFormatCodecVideo::CODEC_ID_H264,
-                           IFormatCodecVideo::CODEC_ID_MPEG4};
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_AAC};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_H263},
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_3GP,
-    .settings = kSettings,
-    .limits = {.video = 1, .audio = 1, .subtitle = 0, .other = 0},
-    .streams = kStreams,
+    .globalHeader = true,
+    .limits = {.video = 1, .audio = 1},
+    .streams = {{.type = StreamType::Video,
+                 .codecs = {IFormatCodecVideo::CODEC_ID_H263, IFormatCodecVideo::CODEC_ID_H264,
+                            IFormatCodecVideo::CODEC_ID_MPEG4},
+                 .defaultCodec = IFormatCodecVideo::CODEC_ID_H263},
+                {.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_AAC},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -6,21 +6,14 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_AC3};
-
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AC3},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_AC3,
-    .settings = kSettings,
-    .limits = {.video = 0, .audio = 1, .subtitle = 0, .other = 0},
-    .streams = kStreams,
+    .limits = {.audio = 1},
+    .streams = {{.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_AC3},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_AC3}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -6,24 +6,17 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_PCM_S16BE};
 constexpr int64_t kSampleRates[] = {8'000, 8'192};
-constexpr FormatRuleRow kRules[] = {AudioRate(kSampleRates)};
 
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_PCM_S16BE},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_AU,
-    .settings = kSettings,
-    .limits = {.video = 0, .audio = 2, .subtitle = 0, .other = 16},
-    .streams = kStreams,
-    .rules = kRules,
+    .limits = {.audio = 2, .other = 16},
+    .streams = {{.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_PCM_S16BE},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_PCM_S16BE}},
+    .rules = {AudioRate(kSampleRates)},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -7,11 +7,6 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kMpeg1[] = {IFormatCodecVideo::CODEC_ID_MPEG1VIDEO};
-constexpr Text kMpeg2[] = {IFormatCodecVideo::CODEC_ID_MPEG2VIDEO};
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_AC3};
-constexpr std::span<const Text> kMp2 = std::span(kAudio).first(1);
-constexpr Text kHeldToTheDisc[] = {IFormatCodecAudio::CODEC_ID_AC3, IFormatCodecAudio::CODEC_ID_MP2};
 constexpr Text kStandards[] = {IFormatFile::DVD_STANDARD_NTSC, IFormatFile::DVD_STANDARD_PAL};
 constexpr NamedInteger kDisks[] = {
     {IFormatFile::DISK_TYPE_DVD_MINI, IFormatFile::DISK_SIZE_DVD_MINI},
@@ -21,52 +16,44 @@ constexpr NamedInteger kDisks[] = {
 constexpr Text kVideoModes[] = {IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO, IFormatCodec::TAG_BITRATE_MODE_CBR};
 constexpr Text kAudioModes[] = {IFormatCodec::TAG_BITRATE_MODE_CBR};
 constexpr int64_t kAudioBitrates[] = {256'000};
-constexpr int64_t kSampleRates[] = {48'000};
+constexpr Codecs kAudio = {IFormatCodecAudio::CODEC_ID_AC3, IFormatCodecAudio::CODEC_ID_MP2};
 
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-    {.tag = IFormatFile::TAG_DVD_STANDARD, .initial = IFormatFile::DVD_STANDARD_NTSC, .allowed = Texts{kStandards}},
-    {.tag = IFormatFile::TAG_DISK_SIZE,
-     .initial = IFormatFile::DISK_SIZE_DVD_STANDARD,
-     .allowed = NamedIntegers{kDisks}},
-    {.tag = IFormatCodec::TAG_BITRATE_MODE, .node = Node::FirstVideo, .allowed = Texts{kVideoModes}},
-    {.tag = IFormatCodec::TAG_BITRATE, .node = Node::FirstVideo, .allowed = Shared{VideoBitrateRange}},
-};
-constexpr FormatRuleRow OwnRule(StreamType type, std::span<const Text> codecs, Text tag, const Allowed& allowed) {
-    return {.type = type, .codecs = codecs, .tag = tag, .node = Node::Own, .allowed = allowed};
+constexpr FormatRuleRow VideoBitrate(Text codec, const Range& bitrates) {
+    return {.type = StreamType::Video, .codecs = {codec}, .tag = IFormatCodec::TAG_BITRATE, .allowed = bitrates};
 }
-constexpr FormatRuleRow kRules[] = {
-    OwnRule(StreamType::Video, kMpeg2, IFormatCodec::TAG_BITRATE, Range{.lo = 100'000, .hi = 9'800'000}),
-    OwnRule(StreamType::Video, kMpeg1, IFormatCodec::TAG_BITRATE, Range{.lo = 100'000, .hi = 1'856'000}),
-    OwnRule(StreamType::Audio, kHeldToTheDisc, IFormatCodec::TAG_BITRATE_MODE, Texts{kAudioModes}),
-    OwnRule(StreamType::Audio, kHeldToTheDisc, IFormatCodec::TAG_BITRATE, Integers{kAudioBitrates}),
-    {.type = StreamType::Audio,
-     .codecs = kHeldToTheDisc,
-     .tag = IFormatCodecAudio::TAG_SAMPLE_RATE,
-     .node = Node::Resampler,
-     .allowed = Integers{kSampleRates}},
-};
-
-/// Angles, sound tracks and sub-pictures of DVD-Video.
-constexpr StreamLimits kLimits{.video = 9, .audio = 8, .subtitle = 32, .other = 0};
-constexpr StreamRow AudioStream(std::span<const Text> codecs) {
-    return {.type = StreamType::Audio, .codecs = codecs, .defaultCodec = IFormatCodecAudio::CODEC_ID_MP2};
-}
-constexpr StreamRow kDvdStreams[] = {kMpegVideoStream, AudioStream(kAudio)};
-constexpr StreamRow kVcdStreams[] = {kMpegVideoStream, AudioStream(kMp2)};
-
-constexpr FormatSheet Sheet(std::span<const StreamRow> streams) {
+constexpr FormatSheet Sheet(const Codecs& audio) {
     return {
         .container = IFormatFile::FORMAT_DVD,
-        .settings = kSettings,
-        .limits = kLimits,
-        .streams = streams,
-        .rules = kRules,
+        .settings = {{.tag = IFormatFile::TAG_DVD_STANDARD,
+                      .initial = IFormatFile::DVD_STANDARD_NTSC,
+                      .allowed = Texts{kStandards}},
+                     {.tag = IFormatFile::TAG_DISK_SIZE,
+                      .initial = IFormatFile::DISK_SIZE_DVD_STANDARD,
+                      .allowed = NamedIntegers{kDisks}},
+                     {.tag = IFormatCodec::TAG_BITRATE_MODE, .node = Node::FirstVideo, .allowed = Texts{kVideoModes}},
+                     {.tag = IFormatCodec::TAG_BITRATE,
+                      .node = Node::FirstVideo,
+                      .allowed = Shared{VideoBitrateRange}}},
+        // Angles, sound tracks and sub-pictures of DVD-Video.
+        .limits = {.video = 9, .audio = 8, .subtitle = 32},
+        .streams = {kMpegVideoStream,
+                    {.type = StreamType::Audio, .codecs = audio, .defaultCodec = IFormatCodecAudio::CODEC_ID_MP2}},
+        .rules = {VideoBitrate(IFormatCodecVideo::CODEC_ID_MPEG2VIDEO, {.lo = 100'000, .hi = 9'800'000}),
+                  VideoBitrate(IFormatCodecVideo::CODEC_ID_MPEG1VIDEO, {.lo = 100'000, .hi = 1'856'000}),
+                  {.type = StreamType::Audio,
+                   .codecs = kAudio,
+                   .tag = IFormatCodec::TAG_BITRATE_MODE,
+                   .allowed = Texts{kAudioModes}},
+                  {.type = StreamType::Audio,
+                   .codecs = kAudio,
+                   .tag = IFormatCodec::TAG_BITRATE,
+                   .allowed = Integers{kAudioBitrates}},
+                  AudioRate(k48kHz, kAudio)},
     };
 }
-constexpr FormatSheet kDvdSheet = Sheet(kDvdStreams);
-constexpr FormatSheet kVcdSheet = Sheet(kVcdStreams);
-static_assert(IsSound(kDvdSheet) && IsSound(kVcdSheet));
+constexpr FormatSheet kDvdSheet = Sheet({IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_AC3});
+constexpr FormatSheet kVcdSheet = Sheet({IFormatCodecAudio::CODEC_ID_MP2});
+static_assert(IsConsistent(kDvdSheet) && IsConsistent(kVcdSheet));
 
 }  // namespace
 

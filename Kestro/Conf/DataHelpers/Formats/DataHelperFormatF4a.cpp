@@ -6,24 +6,17 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_MP3, IFormatCodecAudio::CODEC_ID_AAC};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-    kNotForPsp,
-    kNotProgressive,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_F4A,
-    .settings = kSettings,
-    .limits = {.video = 0, .audio = 1, .subtitle = 0, .other = 0},
-    .streams = kStreams,
-    .rules = kFlashRules,
+    .globalHeader = true,
+    .settings = {kNotForPsp, kNotProgressive},
+    .limits = {.audio = 1},
+    .streams = {{.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_MP3, IFormatCodecAudio::CODEC_ID_AAC},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC}},
+    .rules = {AudioRate(kFlashSampleRates)},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

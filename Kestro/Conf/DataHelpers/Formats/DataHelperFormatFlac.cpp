@@ -6,23 +6,16 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_FLAC};
-
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_FLAC},
-    kCover,
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_FLAC,
-    .settings = kSettings,
-    .limits = {.video = 1, .audio = 1, .subtitle = 0, .other = 16},
-    .streams = kStreams,
-    .rules = kCoverRules,
+    .limits = {.video = 1, .audio = 1, .other = 16},
+    .streams = {{.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_FLAC},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_FLAC},
+                kCover},
+    .rules = {kCoverRule},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -7,28 +7,23 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kVideo[] = {IFormatCodecVideo::CODEC_ID_FLV1, IFormatCodecVideo::CODEC_ID_H264};
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_MP3, IFormatCodecAudio::CODEC_ID_AAC};
-constexpr Text kSubtitles[] = {IFormatCodecSubtitle::CODEC_ID_TEXT};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-    kNotForPsp,
-    kNotProgressive,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_FLV1},
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
-    {.type = StreamType::Subtitle, .codecs = kSubtitles, .defaultCodec = IFormatCodecSubtitle::CODEC_ID_TEXT},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_FLV,
-    .settings = kSettings,
-    .limits = {.video = 1, .audio = 1, .subtitle = 0, .other = 0},
-    .streams = kStreams,
-    .rules = kFlashRules,
+    .globalHeader = true,
+    .settings = {kNotForPsp, kNotProgressive},
+    .limits = {.video = 1, .audio = 1},
+    .streams = {{.type = StreamType::Video,
+                 .codecs = {IFormatCodecVideo::CODEC_ID_FLV1, IFormatCodecVideo::CODEC_ID_H264},
+                 .defaultCodec = IFormatCodecVideo::CODEC_ID_FLV1},
+                {.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_MP3, IFormatCodecAudio::CODEC_ID_AAC},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
+                {.type = StreamType::Subtitle,
+                 .codecs = {IFormatCodecSubtitle::CODEC_ID_TEXT},
+                 .defaultCodec = IFormatCodecSubtitle::CODEC_ID_TEXT}},
+    .rules = {AudioRate(kFlashSampleRates)},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

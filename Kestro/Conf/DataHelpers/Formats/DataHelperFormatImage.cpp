@@ -4,16 +4,10 @@
 
 namespace Kestro::Conf {
 
-namespace {
-
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamLimits kLimits{.video = 1, .audio = 0, .subtitle = 0, .other = 0};
-
-}  // namespace
-
 DataHelperFormatImage::DataHelperFormatImage(const std::string& container, const std::string& codecId)
-    : DataHelperFormatBase(OneStreamSheet(StreamType::Video, codecId, kSettings, kLimits).sheet, container) {}
+    : DataHelperFormatBase({.container = IFormatFile::FORMAT_IMAGE2,
+                            .limits = {.video = 1},
+                            .streams = {{.type = StreamType::Video, .codecs = {codecId}, .defaultCodec = codecId}}},
+                           container) {}
 
 }  // namespace Kestro::Conf

@@ -6,23 +6,17 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_ALAC};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
-    kCover,
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_M4A,
-    .settings = kSettings,
-    .limits = {.video = 1, .audio = 1, .subtitle = 0, .other = 1},
-    .streams = kStreams,
-    .rules = kCoverRules,
+    .globalHeader = true,
+    .limits = {.video = 1, .audio = 1, .other = 1},
+    .streams = {{.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_ALAC},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
+                kCover},
+    .rules = {kCoverRule},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

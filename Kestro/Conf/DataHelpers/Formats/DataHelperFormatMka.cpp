@@ -6,19 +6,13 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Audio, .codecs = kMatroskaAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_MKA,
-    .settings = kSettings,
-    .limits = {.video = 0, .audio = 16, .subtitle = 16, .other = 16},
-    .streams = kStreams,
+    .globalHeader = true,
+    .limits = {.audio = 16, .subtitle = 16, .other = 16},
+    .streams = {{.type = StreamType::Audio, .codecs = kMatroskaAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

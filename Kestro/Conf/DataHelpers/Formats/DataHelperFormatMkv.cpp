@@ -10,36 +10,26 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kVideo[] = {
-    IFormatCodecVideo::CODEC_ID_H264,       IFormatCodecVideo::CODEC_ID_H265,    IFormatCodecVideo::CODEC_ID_MJPEG,
-    IFormatCodecVideo::CODEC_ID_MPEG2VIDEO, IFormatCodecVideo::CODEC_ID_MPEG4,   IFormatCodecVideo::CODEC_ID_THEORA,
-    IFormatCodecVideo::CODEC_ID_VP9,        IFormatCodecVideo::CODEC_ID_DVVIDEO, IFormatCodecVideo::CODEC_ID_AV1,
-};
-constexpr Text kSubtitles[] = {
-    IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE,
-    IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE,
-    IFormatCodecSubtitle::CODEC_ID_HDMV_PGS_SUBTITLE,
-    IFormatCodecSubtitle::CODEC_ID_SUBRIP,
-    IFormatCodecSubtitle::CODEC_ID_TEXT,
-    IFormatCodecSubtitle::CODEC_ID_ASS,
-    IFormatCodecSubtitle::CODEC_ID_SSA,
-};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_H264},
-    {.type = StreamType::Audio, .codecs = kMatroskaAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
-    {.type = StreamType::Subtitle, .codecs = kSubtitles, .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_MATROSKA,
-    .settings = kSettings,
+    .globalHeader = true,
     .limits = kOneVideoAndMany,
-    .streams = kStreams,
+    .streams = {{.type = StreamType::Video,
+                 .codecs = {IFormatCodecVideo::CODEC_ID_H264, IFormatCodecVideo::CODEC_ID_H265,
+                            IFormatCodecVideo::CODEC_ID_MJPEG, IFormatCodecVideo::CODEC_ID_MPEG2VIDEO,
+                            IFormatCodecVideo::CODEC_ID_MPEG4, IFormatCodecVideo::CODEC_ID_THEORA,
+                            IFormatCodecVideo::CODEC_ID_VP9, IFormatCodecVideo::CODEC_ID_DVVIDEO,
+                            IFormatCodecVideo::CODEC_ID_AV1},
+                 .defaultCodec = IFormatCodecVideo::CODEC_ID_H264},
+                {.type = StreamType::Audio, .codecs = kMatroskaAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
+                {.type = StreamType::Subtitle,
+                 .codecs = {IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE, IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE,
+                            IFormatCodecSubtitle::CODEC_ID_HDMV_PGS_SUBTITLE, IFormatCodecSubtitle::CODEC_ID_SUBRIP,
+                            IFormatCodecSubtitle::CODEC_ID_TEXT, IFormatCodecSubtitle::CODEC_ID_ASS,
+                            IFormatCodecSubtitle::CODEC_ID_SSA},
+                 .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVB_SUBTITLE}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -10,61 +10,32 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAllVideo[] = {IFormatCodecVideo::CODEC_ID_H264, IFormatCodecVideo::CODEC_ID_MPEG4,
-                              IFormatCodecVideo::CODEC_ID_H265};
-constexpr std::span<const Text> kVideo = std::span(kAllVideo).first(2);
-constexpr Text kAllAudio[] = {IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_AC3,
-                              IFormatCodecAudio::CODEC_ID_DTS, IFormatCodecAudio::CODEC_ID_MP3};
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_AC3,
-                           IFormatCodecAudio::CODEC_ID_MP3};
-constexpr Text kSubtitles[] = {IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE, IFormatCodecSubtitle::CODEC_ID_MOV_TEXT};
-constexpr Text kMp3[] = {IFormatCodecAudio::CODEC_ID_MP3};
-constexpr int64_t kMp3SampleRates[] = {44'100, 48'000, 32'000, 22'050, 24'000, 16'000};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-    kNotForPsp,
-    kNotProgressive,
-};
-constexpr FormatRuleRow kRules[] = {
-    {.type = StreamType::Audio,
-     .codecs = kMp3,
-     .tag = IFormatCodecAudio::TAG_SAMPLE_RATE,
-     .node = Node::Resampler,
-     .allowed = Integers{kMp3SampleRates}},
-};
-
-/// The streams with those codecs.
-struct Streams {
-    StreamRow rows[3];
-    constexpr Streams(std::span<const Text> video, std::span<const Text> audio)
-        : rows{
-              {.type = StreamType::Video, .codecs = video, .defaultCodec = IFormatCodecVideo::CODEC_ID_H264},
-              {.type = StreamType::Audio, .codecs = audio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
-              {.type = StreamType::Subtitle,
-               .codecs = kSubtitles,
-               .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE},
-          } {}
-};
-constexpr Streams kStreams(kVideo, kAudio);
-constexpr Streams kAllStreams(kAllVideo, kAllAudio);
-
-constexpr FormatSheet Sheet(const Streams& streams) {
+constexpr FormatSheet Sheet(const Codecs& video, const Codecs& audio) {
     return {
         .container = IFormatFile::FORMAT_MP4,
-        .settings = kSettings,
+        .globalHeader = true,
+        .settings = {kNotForPsp, kNotProgressive},
         .limits = kOneVideoAndMany,
-        .streams = streams.rows,
-        .rules = kRules,
+        .streams = {{.type = StreamType::Video, .codecs = video, .defaultCodec = IFormatCodecVideo::CODEC_ID_H264},
+                    {.type = StreamType::Audio, .codecs = audio, .defaultCodec = IFormatCodecAudio::CODEC_ID_AAC},
+                    {.type = StreamType::Subtitle,
+                     .codecs = {IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE, IFormatCodecSubtitle::CODEC_ID_MOV_TEXT},
+                     .defaultCodec = IFormatCodecSubtitle::CODEC_ID_DVD_SUBTITLE}},
+        .rules = {AudioRate(kMp4Mp3SampleRates, {IFormatCodecAudio::CODEC_ID_MP3})},
     };
 }
-constexpr FormatSheet kSheet = Sheet(kStreams);
-constexpr FormatSheet kAllSheet = Sheet(kAllStreams);
-static_assert(IsSound(kSheet) && IsSound(kAllSheet));
+constexpr FormatSheet kSheet =
+    Sheet({IFormatCodecVideo::CODEC_ID_H264, IFormatCodecVideo::CODEC_ID_MPEG4},
+          {IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_AC3, IFormatCodecAudio::CODEC_ID_MP3});
+constexpr FormatSheet kSheetWithH265AndDts =
+    Sheet({IFormatCodecVideo::CODEC_ID_H264, IFormatCodecVideo::CODEC_ID_MPEG4, IFormatCodecVideo::CODEC_ID_H265},
+          {IFormatCodecAudio::CODEC_ID_AAC, IFormatCodecAudio::CODEC_ID_AC3, IFormatCodecAudio::CODEC_ID_DTS,
+           IFormatCodecAudio::CODEC_ID_MP3});
+static_assert(IsConsistent(kSheet) && IsConsistent(kSheetWithH265AndDts));
 
 }  // namespace
 
 DataHelperFormatMp4::DataHelperFormatMp4(const std::string& container, bool takesH265AndDts)
-    : DataHelperFormatBase(takesH265AndDts ? kAllSheet : kSheet, container) {}
+    : DataHelperFormatBase(takesH265AndDts ? kSheetWithH265AndDts : kSheet, container) {}
 
 }  // namespace Kestro::Conf

@@ -6,25 +6,18 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kVideo[] = {IFormatCodecVideo::CODEC_ID_MPEG1VIDEO};
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_MP3};
-constexpr FormatRuleRow kRules[] = {VideoRate(kVideo, FrameRates::kMpeg)};
-
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_MPEG1VIDEO},
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_MP2},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_MPEG,
-    .settings = kSettings,
     .limits = kOneVideoAndMany,
-    .streams = kStreams,
-    .rules = kRules,
+    .streams = {{.type = StreamType::Video,
+                 .codecs = {IFormatCodecVideo::CODEC_ID_MPEG1VIDEO},
+                 .defaultCodec = IFormatCodecVideo::CODEC_ID_MPEG1VIDEO},
+                {.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_MP3},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_MP2}},
+    .rules = {VideoRate(FrameRates::kMpeg, {IFormatCodecVideo::CODEC_ID_MPEG1VIDEO})},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -6,21 +6,12 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    kTransportVideoStream,
-    TransportAudioStream(IFormatCodecAudio::CODEC_ID_MP2),
-    kTransportSubtitleStream,
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_MPEGTS,
-    .settings = kSettings,
     .limits = kOneVideoAndMany,
-    .streams = kStreams,
+    .streams = {kTransportVideoStream, TransportAudioStream(IFormatCodecAudio::CODEC_ID_MP2), kTransportSubtitleStream},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -6,21 +6,14 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_VORBIS};
-
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_VORBIS},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_OGG,
-    .settings = kSettings,
-    .limits = {.video = 0, .audio = 1, .subtitle = 0, .other = 16},
-    .streams = kStreams,
+    .limits = {.audio = 1, .other = 16},
+    .streams = {{.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_VORBIS},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_VORBIS}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

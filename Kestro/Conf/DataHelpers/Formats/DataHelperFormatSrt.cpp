@@ -7,21 +7,14 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kSubtitles[] = {IFormatCodecSubtitle::CODEC_ID_SRT, IFormatCodecSubtitle::CODEC_ID_SUBRIP};
-
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Subtitle, .codecs = kSubtitles, .defaultCodec = IFormatCodecSubtitle::CODEC_ID_SRT},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_SRT,
-    .settings = kSettings,
-    .limits = {.video = 0, .audio = 0, .subtitle = 1, .other = 0},
-    .streams = kStreams,
+    .limits = {.subtitle = 1},
+    .streams = {{.type = StreamType::Subtitle,
+                 .codecs = {IFormatCodecSubtitle::CODEC_ID_SRT, IFormatCodecSubtitle::CODEC_ID_SUBRIP},
+                 .defaultCodec = IFormatCodecSubtitle::CODEC_ID_SRT}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

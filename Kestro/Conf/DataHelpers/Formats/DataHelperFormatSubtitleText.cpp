@@ -4,16 +4,11 @@
 
 namespace Kestro::Conf {
 
-namespace {
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-};
-constexpr StreamLimits kLimits{.video = 0, .audio = 0, .subtitle = 1, .other = 0};
-
-}  // namespace
-
 DataHelperFormatSubtitleText::DataHelperFormatSubtitleText(const std::string& container, const std::string& codecId)
-    : DataHelperFormatBase(OneStreamSheet(StreamType::Subtitle, codecId, kSettings, kLimits).sheet, container) {}
+    : DataHelperFormatBase({.container = IFormatFile::FORMAT_IMAGE2,
+                            .globalHeader = true,
+                            .limits = {.subtitle = 1},
+                            .streams = {{.type = StreamType::Subtitle, .codecs = {codecId}, .defaultCodec = codecId}}},
+                           container) {}
 
 }  // namespace Kestro::Conf

@@ -6,28 +6,16 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_AC3};
-constexpr FrameRate kRates[] = {
-    FrameRates::k20, FrameRates::kNtscFilm, FrameRates::kFilm,      FrameRates::kPal, FrameRates::kNtsc,
-    FrameRates::k30, FrameRates::k50,       FrameRates::kNtscField, FrameRates::k60,
-};
-constexpr FormatRuleRow kRules[] = {VideoRate(kMpegVideo, kRates)};
-
-constexpr SettingRow kSettings[] = {
-    kNoGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    kMpegVideoStream,
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_MP2},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_VOB,
-    .settings = kSettings,
     .limits = kOneVideoAndMany,
-    .streams = kStreams,
-    .rules = kRules,
+    .streams = {kMpegVideoStream,
+                {.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_MP2, IFormatCodecAudio::CODEC_ID_AC3},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_MP2}},
+    .rules = {VideoRate(FrameRates::kMpegAnd20, kMpegVideo)},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -6,23 +6,18 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kVideo[] = {IFormatCodecVideo::CODEC_ID_VP8, IFormatCodecVideo::CODEC_ID_VP9};
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_VORBIS};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_VP8},
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_VORBIS},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_WEBM,
-    .settings = kSettings,
+    .globalHeader = true,
     .limits = kOneVideoAndMany,
-    .streams = kStreams,
+    .streams = {{.type = StreamType::Video,
+                 .codecs = {IFormatCodecVideo::CODEC_ID_VP8, IFormatCodecVideo::CODEC_ID_VP9},
+                 .defaultCodec = IFormatCodecVideo::CODEC_ID_VP8},
+                {.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_VORBIS},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_VORBIS}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -6,21 +6,15 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_WMAV2};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_WMAV2},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_WMA,
-    .settings = kSettings,
-    .limits = {.video = 0, .audio = 1, .subtitle = 0, .other = 16},
-    .streams = kStreams,
+    .globalHeader = true,
+    .limits = {.audio = 1, .other = 16},
+    .streams = {{.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_WMAV2},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_WMAV2}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

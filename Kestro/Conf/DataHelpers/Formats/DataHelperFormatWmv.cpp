@@ -6,23 +6,18 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr Text kVideo[] = {IFormatCodecVideo::CODEC_ID_WMV2};
-constexpr Text kAudio[] = {IFormatCodecAudio::CODEC_ID_WMAV2};
-
-constexpr SettingRow kSettings[] = {
-    kGlobalHeader,
-};
-constexpr StreamRow kStreams[] = {
-    {.type = StreamType::Video, .codecs = kVideo, .defaultCodec = IFormatCodecVideo::CODEC_ID_WMV2},
-    {.type = StreamType::Audio, .codecs = kAudio, .defaultCodec = IFormatCodecAudio::CODEC_ID_WMAV2},
-};
 constexpr FormatSheet kSheet{
     .container = IFormatFile::FORMAT_WMV,
-    .settings = kSettings,
+    .globalHeader = true,
     .limits = {.video = 16, .audio = 16, .subtitle = 16, .other = 16},
-    .streams = kStreams,
+    .streams = {{.type = StreamType::Video,
+                 .codecs = {IFormatCodecVideo::CODEC_ID_WMV2},
+                 .defaultCodec = IFormatCodecVideo::CODEC_ID_WMV2},
+                {.type = StreamType::Audio,
+                 .codecs = {IFormatCodecAudio::CODEC_ID_WMAV2},
+                 .defaultCodec = IFormatCodecAudio::CODEC_ID_WMAV2}},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -7,18 +7,13 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    kVideoQuality,
-    kGlobalHeader,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_AV1,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kCbrOrVbrMode, kVideoBitrate, kVideoQuality},
+    .globalHeader = true,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -28,28 +28,20 @@ constexpr CodecRuleRow RateOf(Text side, std::span<const int64_t> pixels, std::s
             .node = Node::FrameRate,
             .allowed = Rates{rates}};
 }
-constexpr CodecRuleRow kRules[] = {
-    RateOf(IFormatCodecVideo::TAG_HEIGHT, k525Lines, kNtscRate),
-    RateOf(IFormatCodecVideo::TAG_HEIGHT, k625Lines, kPalRate),
-    RateOf(IFormatCodecVideo::TAG_WIDTH, kWidthOf1080Ntsc, kNtscRate),
-    RateOf(IFormatCodecVideo::TAG_WIDTH, kWidthOf1080Pal, kPalRate),
-    RateOf(IFormatCodecVideo::TAG_WIDTH, kWidthOf720, kRatesOf720),
-};
 
-constexpr SettingRow kSettings[] = {
-    kCbrMode,
-    kVideoBitrate,
-    kVideoQuality,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_DVVIDEO,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kCbrMode, kVideoBitrate, kVideoQuality},
     .frameSizes = FrameSizes{kSizes},
     .frameRates = Rates{kRates},
-    .rules = kRules,
+    .rules = {RateOf(IFormatCodecVideo::TAG_HEIGHT, k525Lines, kNtscRate),
+              RateOf(IFormatCodecVideo::TAG_HEIGHT, k625Lines, kPalRate),
+              RateOf(IFormatCodecVideo::TAG_WIDTH, kWidthOf1080Ntsc, kNtscRate),
+              RateOf(IFormatCodecVideo::TAG_WIDTH, kWidthOf1080Pal, kPalRate),
+              RateOf(IFormatCodecVideo::TAG_WIDTH, kWidthOf720, kRatesOf720)},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

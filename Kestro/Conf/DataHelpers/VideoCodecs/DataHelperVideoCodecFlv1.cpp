@@ -12,8 +12,9 @@ constexpr CodecSheet kSheet{
     .stream = StreamType::Video,
     .settings = kPlainVideo,
     .frameRates = kAnyFrameRate,
+    .hasBFrames = false,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

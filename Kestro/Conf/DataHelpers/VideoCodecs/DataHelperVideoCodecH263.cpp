@@ -16,8 +16,9 @@ constexpr CodecSheet kSheet{
     .settings = kPlainVideoOfQuality,
     .frameSizes = FrameSizes{kSizes},
     .frameRates = kAnyFrameRate,
+    .hasBFrames = false,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

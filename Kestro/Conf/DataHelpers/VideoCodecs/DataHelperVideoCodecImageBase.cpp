@@ -13,7 +13,7 @@ constexpr CodecSheet kSheet{
     .settings = kPlainVideoOfQuality,
     .frameRates = kAnyFrameRate,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

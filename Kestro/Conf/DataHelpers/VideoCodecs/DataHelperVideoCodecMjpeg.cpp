@@ -7,18 +7,14 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kVbrOrCbrMode,
-    kVideoBitrate,
-    kVideoQuality,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_MJPEG,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kVbrOrCbrMode, kVideoBitrate, kVideoQuality},
     .frameRates = kAnyFrameRate,
+    .hasBFrames = false,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

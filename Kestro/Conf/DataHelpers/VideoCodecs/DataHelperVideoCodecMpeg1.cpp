@@ -10,12 +10,13 @@ namespace {
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_MPEG1VIDEO,
     .stream = StreamType::Video,
-    .settings = kPlainVideoOfHeader,
+    .settings = kPlainVideo,
+    .globalHeader = true,
     .widths = kMpegWidths,
     .heights = kMpegHeights,
     .frameRates = Rates{FrameRates::kMpeg},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

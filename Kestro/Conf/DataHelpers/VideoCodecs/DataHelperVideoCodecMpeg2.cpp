@@ -7,23 +7,20 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    {.tag = IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL, .initial = 15},
-    {.tag = IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, .initial = 2},
-    kVideoQuality,
-    kGlobalHeader,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_MPEG2VIDEO,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kCbrOrVbrMode,
+                 kVideoBitrate,
+                 {.tag = IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL, .initial = 15},
+                 {.tag = IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, .initial = 2},
+                 kVideoQuality},
+    .globalHeader = true,
     .widths = kMpegWidths,
     .heights = kMpegHeights,
     .frameRates = Rates{FrameRates::kMpeg},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

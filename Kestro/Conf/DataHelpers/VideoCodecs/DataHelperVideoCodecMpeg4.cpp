@@ -14,23 +14,20 @@ constexpr Text kProfiles[] = {
     IFormatCodecVideo::TAG_MPEG4_PROFILE_ADVANCED_SIMPLE,
 };
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    {.tag = IFormatCodec::TAG_PROFILE,
-     .node = Node::Options,
-     .initial = IFormatCodecVideo::TAG_MPEG4_PROFILE_SIMPLE,
-     .allowed = Texts{kProfiles}},
-    kOptionalVideoQuality,
-    kGlobalHeader,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_MPEG4,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kCbrOrVbrMode,
+                 kVideoBitrate,
+                 {.tag = IFormatCodec::TAG_PROFILE,
+                  .node = Node::Options,
+                  .initial = IFormatCodecVideo::TAG_MPEG4_PROFILE_SIMPLE,
+                  .allowed = Texts{kProfiles}},
+                 kOptionalVideoQuality},
+    .globalHeader = true,
     .frameRates = kAnyFrameRate,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -13,7 +13,7 @@ constexpr CodecSheet kSheet{
     .settings = kPlainVideo,
     .frameRates = kAnyFrameRate,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

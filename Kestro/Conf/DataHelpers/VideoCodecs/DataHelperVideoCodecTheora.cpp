@@ -7,18 +7,15 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrOrVbrMode,
-    kVideoBitrate,
-    {.tag = IFormatCodec::TAG_QUALITY, .initial = 1, .allowed = Shared{QualityRange}},
-    kGlobalHeader,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_THEORA,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kCbrOrVbrMode,
+                 kVideoBitrate,
+                 {.tag = IFormatCodec::TAG_QUALITY, .initial = 1, .allowed = Shared{QualityRange}}},
+    .globalHeader = true,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -7,18 +7,14 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kCbrMode,
-    {.tag = IFormatCodec::TAG_BITRATE, .initial = 2'000'000},
-    kGlobalHeader,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_UTVIDEO,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kCbrMode, {.tag = IFormatCodec::TAG_BITRATE, .initial = 2'000'000}},
+    .globalHeader = true,
     .frameRates = kAnyFrameRate,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

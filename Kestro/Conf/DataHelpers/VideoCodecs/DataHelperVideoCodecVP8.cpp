@@ -12,7 +12,7 @@ constexpr CodecSheet kSheet{
     .stream = StreamType::Video,
     .settings = kPlainVideo,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

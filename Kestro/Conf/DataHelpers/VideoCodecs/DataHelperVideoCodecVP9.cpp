@@ -7,17 +7,12 @@ namespace Kestro::Conf {
 
 namespace {
 
-constexpr SettingRow kSettings[] = {
-    kVbrMode,
-    kVideoBitrate,
-    kVideoQuality,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_VP9,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kVbrMode, kVideoBitrate, kVideoQuality},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -10,9 +10,11 @@ namespace {
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_WMV2,
     .stream = StreamType::Video,
-    .settings = kPlainVideoOfHeader,
+    .settings = kPlainVideo,
+    .globalHeader = true,
+    .hasBFrames = false,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -10,9 +10,10 @@ namespace {
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_WMV3,
     .stream = StreamType::Video,
-    .settings = kPlainVideoOfHeader,
+    .settings = kPlainVideo,
+    .globalHeader = true,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

@@ -20,9 +20,9 @@ constexpr Text kProfiles[] = {
     IFormatCodecVideo::TAG_X264_PROFILE_HIGH,     IFormatCodecVideo::TAG_X264_PROFILE_HIGH10,
     IFormatCodecVideo::TAG_X264_PROFILE_HIGH422,  IFormatCodecVideo::TAG_X264_PROFILE_HIGH444,
 };
-// Pixels whose colour is shared in pairs, and of which lines: 4:2:0 and 4:2:2.
+// 4:2:0 halves the chroma in width and height, 4:2:2 in width.
 constexpr std::span<const Text> kProfiles420 = std::span(kProfiles).first(4);
-constexpr std::span<const Text> kProfilesOfPairs = std::span(kProfiles).first(5);
+constexpr std::span<const Text> kProfiles420And422 = std::span(kProfiles).first(5);
 constexpr Text kTunes[] = {
     IFormatCodecVideo::TAG_X264_TUNE_FILM,       IFormatCodecVideo::TAG_X264_TUNE_ANIMATION,
     IFormatCodecVideo::TAG_X264_TUNE_GRAIN,      IFormatCodecVideo::TAG_X264_TUNE_STILLIMAGE,
@@ -30,29 +30,6 @@ constexpr Text kTunes[] = {
     IFormatCodecVideo::TAG_X264_TUNE_FASTDECODE, IFormatCodecVideo::TAG_X264_TUNE_ZEROLATENCY,
 };
 
-constexpr SettingRow kSettings[] = {
-    kVideoBitrate,
-    kCbrOrVbrMode,
-    {.tag = IFormatCodec::TAG_MULTIPASS_ENCODING,
-     .initial = IFormatCodec::TAG_ONE_PASS_MODE,
-     .allowed = Texts{kPasses}},
-    kGlobalHeader,
-    {.tag = IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL, .initial = 25},
-    {.tag = IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, .initial = 0},
-    {.tag = IFormatCodec::TAG_PRESET,
-     .node = Node::Options,
-     .initial = IFormatCodecVideo::TAG_X264_PRESET_FASTER,
-     .allowed = Texts{kPresets}},
-    {.tag = IFormatCodec::TAG_PROFILE,
-     .node = Node::Options,
-     .initial = IFormatCodecVideo::TAG_X264_PROFILE_MAIN,
-     .allowed = Texts{kProfiles}},
-    {.tag = IFormatCodecVideo::TAG_X264_TUNE,
-     .node = Node::Options,
-     .initial = IFormatCodecVideo::TAG_X264_TUNE_FILM,
-     .allowed = Texts{kTunes}},
-    kVideoQuality,
-};
 constexpr CodecRuleRow EvenSide(std::span<const Text> profiles, Text side) {
     return {.when = IFormatCodec::TAG_PROFILE,
             .whenNode = Node::Options,
@@ -61,18 +38,35 @@ constexpr CodecRuleRow EvenSide(std::span<const Text> profiles, Text side) {
             .node = Node::Resizer,
             .allowed = EvenSize()};
 }
-constexpr CodecRuleRow kRules[] = {
-    EvenSide(kProfilesOfPairs, IFormatCodecVideo::TAG_WIDTH),
-    EvenSide(kProfiles420, IFormatCodecVideo::TAG_HEIGHT),
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_H264,
     .stream = StreamType::Video,
-    .settings = kSettings,
+    .settings = {kVideoBitrate,
+                 kCbrOrVbrMode,
+                 {.tag = IFormatCodec::TAG_MULTIPASS_ENCODING,
+                  .initial = IFormatCodec::TAG_ONE_PASS_MODE,
+                  .allowed = Texts{kPasses}}},
+    .globalHeader = true,
+    .settingsAfterHeader = {{.tag = IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL, .initial = 25},
+                            {.tag = IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, .initial = 0},
+                            {.tag = IFormatCodec::TAG_PRESET,
+                             .node = Node::Options,
+                             .initial = IFormatCodecVideo::TAG_X264_PRESET_FASTER,
+                             .allowed = Texts{kPresets}},
+                            {.tag = IFormatCodec::TAG_PROFILE,
+                             .node = Node::Options,
+                             .initial = IFormatCodecVideo::TAG_X264_PROFILE_MAIN,
+                             .allowed = Texts{kProfiles}},
+                            {.tag = IFormatCodecVideo::TAG_X264_TUNE,
+                             .node = Node::Options,
+                             .initial = IFormatCodecVideo::TAG_X264_TUNE_FILM,
+                             .allowed = Texts{kTunes}},
+                            kVideoQuality},
     .frameRates = kAnyFrameRate,
-    .rules = kRules,
+    .rules = {EvenSide(kProfiles420And422, IFormatCodecVideo::TAG_WIDTH),
+              EvenSide(kProfiles420, IFormatCodecVideo::TAG_HEIGHT)},
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 

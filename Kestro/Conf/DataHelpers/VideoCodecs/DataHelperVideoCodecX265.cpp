@@ -16,35 +16,32 @@ constexpr Text kPresets[] = {
 };
 constexpr Text kProfiles[] = {IFormatCodecVideo::TAG_X265_PROFILE_MAIN};
 
-constexpr SettingRow kSettings[] = {
-    kVideoBitrate,
-    {.tag = IFormatCodec::TAG_BITRATE_MODE,
-     .initial = IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO,
-     .allowed = Texts{kCbrOrVbr},
-     .isOutside = true},
-    kGlobalHeader,
-    {.tag = IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL, .initial = 15},
-    {.tag = IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, .initial = 0},
-    {.tag = IFormatCodec::TAG_PRESET,
-     .node = Node::Options,
-     .initial = IFormatCodecVideo::TAG_X265_PRESET_FASTER,
-     .allowed = Texts{kPresets}},
-    {.tag = IFormatCodec::TAG_PROFILE,
-     .node = Node::Options,
-     .initial = IFormatCodecVideo::TAG_X265_PROFILE_MAIN,
-     .allowed = Texts{kProfiles}},
-    kVideoQuality,
-};
 constexpr CodecSheet kSheet{
     .codecId = IFormatCodecVideo::CODEC_ID_H265,
     .stream = StreamType::Video,
-    .settings = kSettings,
-    // 4:2:0
+    .settings = {kVideoBitrate,
+                 {.tag = IFormatCodec::TAG_BITRATE_MODE,
+                  .initial = IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO,
+                  .allowed = Texts{kCbrOrVbr},
+                  .isOutside = true}},
+    .globalHeader = true,
+    .settingsAfterHeader = {{.tag = IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL, .initial = 15},
+                            {.tag = IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, .initial = 0},
+                            {.tag = IFormatCodec::TAG_PRESET,
+                             .node = Node::Options,
+                             .initial = IFormatCodecVideo::TAG_X265_PRESET_FASTER,
+                             .allowed = Texts{kPresets}},
+                            {.tag = IFormatCodec::TAG_PROFILE,
+                             .node = Node::Options,
+                             .initial = IFormatCodecVideo::TAG_X265_PROFILE_MAIN,
+                             .allowed = Texts{kProfiles}},
+                            kVideoQuality},
+    // 4:2:0 halves the chroma in width and height.
     .widths = EvenSize(),
     .heights = EvenSize(),
     .frameRates = kAnyFrameRate,
 };
-static_assert(IsSound(kSheet));
+static_assert(IsConsistent(kSheet));
 
 }  // namespace
 
