@@ -13,7 +13,7 @@ inline constexpr Text kCbrOnly[] = {kCbr};
 inline constexpr Text kVbrOnly[] = {kVbr};
 inline constexpr Text kCbrOrVbr[] = {kCbr, kVbr};
 
-/// One mode alone, and both with one of them by default.
+/// Bitrate modes: one alone, or both with the first-named by default.
 inline constexpr SettingRow kCbrMode{
     .tag = IFormatCodec::TAG_BITRATE_MODE, .initial = kCbr, .allowed = Texts{kCbrOnly}};
 inline constexpr SettingRow kVbrMode{

@@ -10,7 +10,7 @@ namespace Kestro::Conf {
 
 namespace {
 
-// The tag names the set: callers tell the classes apart by the place of the throw.
+// The class is reported as ConstraintSet, and callers tell it from a ConstraintSet by the place (see ThrowHelper).
 constexpr const char* kReportedClass = "ConstraintSet";
 constexpr boost::source_location kInIsValid(
     "Kestro/Conf/DataHelpers/ConstraintChannelLayout", 25,

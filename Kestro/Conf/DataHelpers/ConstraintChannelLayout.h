@@ -10,10 +10,9 @@ namespace Kestro::Conf {
 
 /// One of a list of channel layouts, by name (LayoutRecord).
 ///
-/// A layout off the list is corrected by going through the list from its first entry, which is the choice to begin
-/// with: a later one replaces the choice when it has more channels and not more than the value, or when it has fewer
-/// and not fewer than the value. So a list that begins with few channels gives the most that the value fills, and one
-/// whose entries all have more than the value gives the fewest.
+/// A layout that is not listed is corrected to one with about as many channels. The choice starts as the first entry;
+/// each later entry replaces it if it has more channels than the choice but not more than the value, or fewer than the
+/// choice but not fewer than the value.
 class ConstraintChannelLayout final : public RefCounted<IPropertyConstraint> {
 public:
     explicit ConstraintChannelLayout(std::vector<std::string> layouts);

@@ -6,7 +6,7 @@
 
 namespace Kestro::Conf {
 
-/// Reports that a constraint which checks values of `type` was given something else.
+/// Throws for a value that a constraint on values of `type` cannot check. `where`: see ThrowHelper.
 [[noreturn]] inline void ThrowNotApplicable(const char* constraintClass, PropertyTypes type,
                                             const boost::source_location& where) {
     ConstraintIsNotApplicableForTypeException exception;

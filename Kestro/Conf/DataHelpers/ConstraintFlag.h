@@ -7,7 +7,7 @@
 
 namespace Kestro::Conf {
 
-/// A flag that must be set, or must not. The other flag is corrected to it.
+/// A flag that must have one value; the other value is corrected to it.
 class ConstraintFlag final : public RefCounted<IPropertyConstraint> {
 public:
     explicit ConstraintFlag(bool required);

@@ -9,8 +9,8 @@
 
 namespace Kestro::Conf {
 
-/// A value that a predicate accepts. It cannot be listed nor corrected; its description is an identifier that the user
-/// interface puts in words.
+/// A value that a predicate accepts. It cannot be listed nor corrected; its description is an identifier, for
+/// which the user interface has a text.
 class ConstraintMethod final : public RefCounted<IPropertyConstraint> {
 public:
     using Predicate = std::function<bool(const Core::Property&)>;

@@ -59,7 +59,7 @@ bool ConstraintRange::IsValid(const Core::Property& value) const {
 bool ConstraintRange::CorrectValue(Core::Property& value) const {
     if (value.Type() != PropertyTypes::Double && value.Type() != PropertyTypes::Int64) return false;
     if (type_ == PropertyTypes::Int64) {
-        // A double beyond the integers cannot be read as one; it has a side all the same.
+        // A double that no int64 holds cannot be read as one, but it lies below or above the range all the same.
         const double real = value.GetDouble();
         const bool readable = value.Type() == PropertyTypes::Int64 || (real >= -0x1p63 && real < 0x1p63);
         if (readable && IsValid(value)) return true;

@@ -20,10 +20,6 @@ public:
     KESTRO_DATAHELPERS_API static boost::intrusive_ptr<IPropertyConstraint> Create(int64_t lo, int64_t hi,
                                                                                    int64_t step);
 
-    /// With a type that is neither Double nor Int64, IsValid and FillValueList throw.
-    ConstraintRange(PropertyTypes type, int64_t lo, int64_t hi, int64_t step);
-    ConstraintRange(PropertyTypes type, double lo, double hi, double step);
-
     /// Minimum, maximum and, when there is one, the step.
     void FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const override;
     bool IsValid(const Core::Property& value) const override;
@@ -33,6 +29,12 @@ public:
     std::string GetDescription(const std::string& settingName) const override;
 
 private:
+    /// For the tests, which also make ranges of types that are no numbers: their IsValid and FillValueList throw.
+    friend struct ConstraintRangeOfType;
+
+    ConstraintRange(PropertyTypes type, int64_t lo, int64_t hi, int64_t step);
+    ConstraintRange(PropertyTypes type, double lo, double hi, double step);
+
     PropertyTypes type_;
     Core::Property loBound_;
     Core::Property hiBound_;

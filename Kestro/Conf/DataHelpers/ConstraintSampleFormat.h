@@ -12,9 +12,9 @@ namespace Kestro::Conf {
 
 /// One of a list of sample formats, by name (SampleFmtRecord).
 ///
-/// A format off the list is corrected to its planar or packed counterpart if that is listed, else to the listed format
-/// with the nearest sample size, of two as near the one of the other kind (planar, packed) than the value, then the
-/// earlier.
+/// A format that is not listed is corrected to its planar or packed counterpart if that is listed, else to the listed
+/// format with the nearest sample size. Of two as near, a planar value prefers the packed one and a packed value the
+/// planar one; otherwise the earlier is taken.
 class ConstraintSampleFormat final : public RefCounted<IPropertyConstraint> {
 public:
     /// (format, its name)

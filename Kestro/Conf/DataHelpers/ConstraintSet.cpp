@@ -117,7 +117,7 @@ bool ConstraintSet::IsValidText(const Core::Property& value) const {
     try {
         return IsValid(value);
     } catch (const Core::PropertyException&) {
-        return false;  // A text that is no ratio: a correction says so, it does not throw.
+        return false;  // A text that is no ratio cannot be corrected.
     }
 }
 

@@ -15,8 +15,8 @@ namespace Kestro::Conf {
 /// One of a list of values, each with a name to show. The order is the caller's and duplicates stay.
 ///
 /// A value must be of the set's type (a rational set also reads a text); any other throws
-/// ConstraintIsNotApplicableForTypeException. A number is corrected to the nearest entry, the earlier of two as near; a
-/// text to the first entry; a boolean never.
+/// ConstraintIsNotApplicableForTypeException. A number is corrected to the nearest entry (of two as near, the earlier),
+/// a text to the first entry, a boolean never.
 class ConstraintSet final : public RefCounted<IPropertyConstraint> {
 public:
     using Entries = std::vector<std::pair<std::string, Core::Property>>;
@@ -32,11 +32,9 @@ public:
     KESTRO_DATAHELPERS_API static boost::intrusive_ptr<IPropertyConstraint> Create(const Named<bool>& values);
     KESTRO_DATAHELPERS_API static boost::intrusive_ptr<IPropertyConstraint> Create(PropertyTypes type,
                                                                                    const Entries& entries);
-    /// One entry a child of the list; the name to show is the child's.
+    /// Each child of the list is an entry, and its name is the name to show.
     KESTRO_DATAHELPERS_API static boost::intrusive_ptr<IPropertyConstraint> Create(PropertyTypes type,
                                                                                    const Core::Property& list);
-
-    ConstraintSet(PropertyTypes type, Entries entries);
 
     /// Every entry in order, then the end.
     void FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const override;
@@ -46,6 +44,8 @@ public:
     std::string GetDescription(const std::string& settingName) const override;
 
 private:
+    ConstraintSet(PropertyTypes type, Entries entries);
+
     /// Whether a value that is not of the set's type is a text that the set reads and accepts.
     bool IsValidText(const Core::Property& value) const;
     double Distance(const Core::Property& entry, const Core::Property& value) const;

@@ -24,7 +24,7 @@ namespace {
 
 constexpr const char* kSource = "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG";
 
-/// operation: the function that was called, which is the one that a failure names.
+/// operation: the function that the failure names.
 [[noreturn]] void Refuse(const std::string& description, const std::string& value, const char* operation,
                          boost::uint_least32_t line) {
     ThrowHelper(description, value, boost::source_location(kSource, line, operation));
@@ -185,7 +185,7 @@ void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core:
         if (approved != nullptr && approved->GetBool() && preset.ChildExists(IFormatCodec::TAG_BITRATE)) {
             settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE].GetInt64());
         } else {
-            // 0 and less say that no quality is given.
+            // A quality of 0 or less stands for none.
             const auto given = static_cast<int>(std::clamp<int64_t>(quality, 0, IFormatCodec::MAX_QUALITY));
             settings.SetChild(IFormatCodec::TAG_BITRATE, defaultBitrate(given));
         }

@@ -45,7 +45,7 @@ protected:
     DataHelperCodecFFMPEG(const CodecSheet& sheet, const std::string& codecId);
 
 private:
-    // operation: the function that a failure names, which is the one that was called.
+    // operation: the function that a failure names, which is the public one that was called.
     void ApplyAudioPreset(const Core::Property& preset, Core::Property& settings, const char* operation) const;
     void ApplyVideoPreset(const Core::Property& preset, Core::Property& settings, const char* operation) const;
     void CorrectAudioResamplerSettings(const Core::Property& settings) const;

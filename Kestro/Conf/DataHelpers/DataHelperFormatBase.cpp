@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* kSource = "Kestro/Conf/DataHelpers/DataHelperFormatBase";
 
-/// How a preset speaks of the streams of one kind.
+/// The words of a preset for the streams of one kind, and the failure where a container carries none.
 struct StreamKind {
     Text typeId;
     Text codecKey;
@@ -29,7 +29,7 @@ constexpr StreamKind kKinds[] = {
     {IPreset::STREAM_TYPE_SUBTITLES_TEXT, IPreset::KEY_FILTER_SUBTITLE_CODEC, "Subtitle codecs constraint is not set"},
 };
 
-/// Place of a kind in lists that hold one entry a kind.
+/// The place of a kind in arrays with one entry for each kind.
 constexpr size_t IndexOf(StreamType type) { return static_cast<size_t>(type) - 1; }
 
 const StreamKind& Kind(StreamType type) { return kKinds[IndexOf(type)]; }
@@ -138,7 +138,7 @@ void DataHelperFormatBase::FindCorrections(std::span<const FormatRuleRow> rows) 
     for (const auto& [type, node, tag] : corrected) {
         for (size_t i = 0; i < rows.size(); ++i) {
             if (rows[i].type != type || rows[i].node != node || rows[i].tag.get() != tag.get()) continue;
-            // A codec node holds itself what its filters and the container give it; only its options stand deeper.
+            // A stream's codec node holds the results of its filters as children of its own.
             const std::string place = node == Node::Options ? SettingKey(node, tag) : tag.get();
             const auto& rule = rules_[i].second;
             auto& corrections = type == StreamType::Video ? videoCorrections_ : audioCorrections_;

@@ -58,7 +58,7 @@ protected:
                                                                      const std::string& defaultCodec);
 
 private:
-    /// Throws for a kind of stream that the container does not carry; `operation` is the one that was called.
+    /// Throws for a kind of stream that the container does not carry; `operation`: the function that a failure names.
     const boost::intrusive_ptr<ConstraintCodecs>& CodecsConstraint(StreamType type, const char* operation) const;
     void AddStream(const StreamRow& row, Core::Property& streams);
     void AddRule(const FormatRuleRow& row);

@@ -27,7 +27,7 @@ public:
         : automatic_(std::move(automatic)), own_(std::move(own)) {}
 
     void FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const override {
-        // Beside bounds a value would pass for the whole of a list.
+        // A consumer that is told a value takes what follows for a list, not for bounds.
         if (dynamic_cast<const ConstraintRange*>(own_.get()) == nullptr) {
             consumer->AddValue(automatic_.Name(), automatic_);
         }
@@ -49,14 +49,14 @@ private:
 
 const std::string kAudioCodecId = DataHelperFormatBase::CodecIdPath(StreamType::Audio);
 
-/// The automatic text that a constraint of that key is widened by; null for others.
+/// The text "automatic" that is added to the constraint of that key; null where none is.
 const std::string* AutomaticText(const std::string& key) {
     if (key == IFormatCodec::TAG_BITRATE_MODE) return &IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO;
     if (key == kAudioCodecId) return &IFormatCodec::CODEC_ID_AUTO;
     return nullptr;
 }
 
-/// The value that a rule on the setting at that path accepts as "Auto"; an empty node for others.
+/// The value that is added to a rule on the setting at that path; an empty node where none is.
 Core::Property AutomaticValue(const std::string& path) {
     const std::string name = FrameRates::kSource.name;
     if (path == SettingKey(Node::Resampler, IFormatCodecAudio::TAG_SAMPLE_RATE))

@@ -7,26 +7,28 @@
 #include "Kestro/Export.h"
 #include "Kestro/RefCounted.h"
 
+/// A new proxy of the helper that CreateDataHelper gives for that type and name, filters included; its exceptions pass
+/// through.
+KESTRO_DATAHELPERS_API const boost::intrusive_ptr<const Kestro::Conf::IDataHelper> CreateDataHelperAuto(
+    const std::string& type, const std::string& name);
+
 namespace Kestro::Conf {
 
-/// A helper of the registry with the choice "Auto" added: the program decides.
+/// A helper of the registry that also accepts "Auto" where the program can decide.
 ///
 /// Bitrate mode and a container's audio codec offer their automatic values first,
 /// IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO and CODEC_ID_AUTO.
 ///
-/// Rules on the resampler's sample rate and layout and on the frame-rate filter's rate accept "Auto" too: the values by
-/// which those filters keep the source's. They are, named "Auto", the integer -1
-/// (DataHelperAudioResample::KEEP_SAMPLE_RATE), the text IFormatCodecAudio::TAG_CH_LAYOUT_UNKNOWN and the rational
-/// SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE. A rule that lists its values lists "Auto" first; one that has
-/// bounds tells these alone, for a consumer takes either; one that accepts the value anyway is the wrapped helper's
-/// own.
+/// Rules on the resampler's sample rate and layout and on the frame-rate filter's rate also accept the values by which
+/// those filters keep the source's: the integer -1 (DataHelperAudioResample::KEEP_SAMPLE_RATE), the text
+/// IFormatCodecAudio::TAG_CH_LAYOUT_UNKNOWN and the rational SettingsFilterFrameRate::MARK_USE_ORIGINAL_FRAMERATE. A
+/// rule that lists its values lists this one first, named "Auto". A rule with bounds lists no value, since a consumer
+/// expects a list or bounds. A rule that accepts the value already is left as it is.
 ///
 /// Everything else is the wrapped helper's.
 class DataHelperProxyAuto final : public RefCounted<IDataHelper> {
 public:
-    /// type: the registry's type that the helper is of, or a filter's class id.
-    DataHelperProxyAuto(std::string type, boost::intrusive_ptr<const IDataHelper> helper);
-
+    /// The registry's type that the helper is of, or a filter's class id.
     const std::string& Type() const { return type_; }
 
     Core::Property GetDefaultSettings() const override;
@@ -37,13 +39,13 @@ public:
     void CorrectFormatCodec(Core::Property& codec) const override;
 
 private:
+    friend const boost::intrusive_ptr<const IDataHelper>(::CreateDataHelperAuto)(const std::string& type,
+                                                                                 const std::string& name);
+
+    DataHelperProxyAuto(std::string type, boost::intrusive_ptr<const IDataHelper> helper);
+
     std::string type_;
     boost::intrusive_ptr<const IDataHelper> helper_;
 };
 
 }  // namespace Kestro::Conf
-
-/// A new proxy of the helper that CreateDataHelper gives for that type and name, filters included; its exceptions pass
-/// through.
-KESTRO_DATAHELPERS_API const boost::intrusive_ptr<const Kestro::Conf::IDataHelper> CreateDataHelperAuto(
-    const std::string& type, const std::string& name);

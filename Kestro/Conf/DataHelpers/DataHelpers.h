@@ -4,11 +4,12 @@
 #include <map>
 #include <string>
 
+#include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IDataHelper.h"
 #include "Kestro/Export.h"
 
 /// The registry: one shared helper for every container, encoder and filter, built when the library is loaded.
-/// Its functions may be called from any thread; they copy nothing but a handle.
+/// Its functions may be called from any thread; they allocate nothing.
 
 /// Helpers by name.
 using DataHelperTable = std::map<std::string, const boost::intrusive_ptr<const Kestro::Conf::IDataHelper>>;

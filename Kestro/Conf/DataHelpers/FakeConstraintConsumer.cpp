@@ -6,10 +6,10 @@ namespace Kestro::Conf {
 
 namespace {
 
-/// `value % step` for every pair of integers: the remainder by -1 overflows at the lowest one.
+/// `value % step` without the overflow of the lowest integer by -1.
 int64_t Remainder(int64_t value, int64_t step) { return step == -1 ? 0 : value % step; }
 
-/// The middle of two integers, on the grid that the step makes from the lower one. Sums wrap around.
+/// The middle of two integers, moved to a whole number of steps from the lower one. Sums wrap around.
 int64_t Middle(int64_t lo, int64_t hi, int64_t step) {
     const auto wrap = [](int64_t value) { return static_cast<uint64_t>(value); };
     const int64_t middle = static_cast<int64_t>(wrap(lo) + wrap(hi)) / 2;

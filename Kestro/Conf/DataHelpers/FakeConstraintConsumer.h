@@ -10,15 +10,13 @@
 
 namespace Kestro::Conf {
 
-/// Records what one constraint tells it, for callers who want to see a domain without writing a consumer of their own.
+/// Records what one constraint tells it, for callers who do not want to write a consumer of their own.
 /// It is filled and read by one thread.
 class FakeConstraintConsumer final : public RefCounted<IConstraintConsumer> {
 public:
     KESTRO_DATAHELPERS_API static boost::intrusive_ptr<IConstraintConsumer> Create();
 
-    FakeConstraintConsumer();
-
-    /// The step and the kind of numbers last reported stay.
+    /// Forgets values and bounds; the step, and whether bounds are integers or real, are kept until others are told.
     void Clear() override;
     /// A later value of the same name takes the earlier one's place.
     void AddValue(const std::string& name, const Core::Property& value) override;
@@ -36,6 +34,8 @@ public:
     Core::Property GetResult() const override;
 
 private:
+    FakeConstraintConsumer();
+
     boost::any minimum_;
     boost::any maximum_;
     int64_t step_ = 0;

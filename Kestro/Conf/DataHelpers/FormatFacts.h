@@ -31,8 +31,7 @@ inline constexpr StreamRow kCover{
 inline constexpr FormatRuleRow kCoverRule{
     .type = StreamType::Video, .tag = IFormatCodecVideo::TAG_COVER_FLAG, .node = Node::InFormat, .allowed = Flag{true}};
 
-/// The sample rates of those audio codecs, and the frame rates of those video codecs. No codecs: all that the container
-/// takes.
+/// Limits the sample rates, or the frame rates, of those codecs; without codecs, of all that the container takes.
 constexpr FormatRuleRow AudioRate(std::span<const int64_t> rates, const Codecs& codecs = {}) {
     return {.type = StreamType::Audio,
             .codecs = codecs,

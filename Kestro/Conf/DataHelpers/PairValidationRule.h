@@ -16,11 +16,7 @@ public:
         const std::string& firstName, boost::intrusive_ptr<IPropertyConstraint> firstConstraint,
         const std::string& secondName, boost::intrusive_ptr<IPropertyConstraint> secondConstraint);
 
-    PairValidationRule(std::string firstName, std::string secondName,
-                       boost::intrusive_ptr<IPropertyConstraint> firstConstraint,
-                       boost::intrusive_ptr<IPropertyConstraint> secondConstraint);
-
-    /// The second setting is not looked at where the first keeps off the rule.
+    /// Where the first constraint does not hold, the rule does not apply and the second setting need not be there.
     bool Validate(const Core::Property& settings) const override;
     const std::string& GetFirstName() const override;
     const std::string& GetSecondName() const override;
@@ -28,6 +24,10 @@ public:
     boost::intrusive_ptr<IPropertyConstraint> GetSecondConstraint() const override;
 
 private:
+    PairValidationRule(std::string firstName, std::string secondName,
+                       boost::intrusive_ptr<IPropertyConstraint> firstConstraint,
+                       boost::intrusive_ptr<IPropertyConstraint> secondConstraint);
+
     std::string firstName_;
     std::string secondName_;
     boost::intrusive_ptr<IPropertyConstraint> firstConstraint_;

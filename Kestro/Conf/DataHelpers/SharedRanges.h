@@ -4,7 +4,7 @@
 
 #include "Kestro/Conf/IPropertyConstraint.h"
 
-/// Constraints of which there is one object, built when the registry first names it at load.
+/// Constraints of which all helpers share one object.
 namespace Kestro::Conf {
 
 /// 1..IFormatCodec::MAX_QUALITY

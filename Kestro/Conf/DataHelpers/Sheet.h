@@ -80,7 +80,7 @@ struct SampleFormatList {
 struct SamplesOf {
     std::span<const SampleFormats> values;
 };
-/// Frames of one of these sizes: what the resizer's frame-size mode may give.
+/// Frames of one of these sizes, offered for the resizer's frame-size mode.
 struct FrameSize {
     int64_t width;   ///< pixels
     int64_t height;  ///< pixels

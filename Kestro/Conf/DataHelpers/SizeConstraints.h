@@ -10,8 +10,8 @@
 
 namespace Kestro::Conf {
 
-/// The frame sizes offered for a resizer's frame-size mode (IResize::FRAME_SIZE_MODE). Whoever picks one sets the mode
-/// to IResize::FRAME_SIZE_CUSTOM and the width and height with it: that mode alone is valid.
+/// The frame sizes offered for a resizer's frame-size mode (IResize::FRAME_SIZE_MODE). The only valid mode is
+/// IResize::FRAME_SIZE_CUSTOM, with the width and height of one of the sizes.
 class SizeConstraints final : public RefCounted<IPropertyConstraint> {
 public:
     /// (width, height) in pixels

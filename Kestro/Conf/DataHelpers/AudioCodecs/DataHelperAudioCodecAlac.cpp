@@ -7,7 +7,7 @@ namespace Kestro::Conf {
 
 namespace {
 
-// One for each number of channels.
+// The encoder takes one layout for each number of channels.
 constexpr ChannelLayout kLayouts[] = {
     ChannelLayout::Mono,
     ChannelLayout::Stereo,

@@ -7,7 +7,7 @@ namespace Kestro::Conf {
 
 namespace {
 
-// Within them the encoder takes any that fills a frame: how many bits that needs goes by sample rate and channels.
+// The encoder refuses some of these: a frame has a least size, by sample rate and number of channels.
 bool IsBitrate(const Core::Property& value) {
     return value.Type() == PropertyTypes::Int64 && IFormatCodecAudio::MIN_DTS_BITRATE <= value.GetInt64() &&
            value.GetInt64() <= IFormatCodecAudio::MAX_DTS_BITRATE;

@@ -10,8 +10,7 @@ namespace Kestro::Conf {
 class DataHelperAudioCodecPCM final : public DataHelperCodecFFMPEG {
 public:
     /// codecId: one of IFormatCodecAudio::CODEC_ID_PCM_. Only the sample format that holds its bits is accepted. The
-    /// bitrate is that of the samples given; those of 24 bits come in 32, so that a stream of them has three quarters
-    /// of it.
+    /// bitrate is computed from that format: for 24 bits, which come in 32, it is a third more than the stream has.
     explicit DataHelperAudioCodecPCM(const std::string& codecId);
 };
 

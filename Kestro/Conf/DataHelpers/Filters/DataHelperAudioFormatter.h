@@ -9,11 +9,14 @@ namespace Kestro::Conf {
 /// The filter that cuts audio into packets.
 class DataHelperAudioFormatter final : public DataHelperFilterBase {
 public:
-    /// A new helper; all of them say the same.
+    /// A new helper, equal to every other.
     KESTRO_DATAHELPERS_API static boost::intrusive_ptr<const IDataHelper> Create();
 
     /// AudioPackets { Packetizer { TypeId = default }, PacketDuration = 100000 }
     Core::Property GetDefaultSettings() const override;
+
+private:
+    DataHelperAudioFormatter() = default;
 };
 
 }  // namespace Kestro::Conf

@@ -5,8 +5,9 @@
 
 namespace Kestro::Conf {
 
-/// Base of every filter helper: what a filter does not have to say. Constraints stand under the paths of the settings
-/// below the filter's own node; ApplyPresetSettings takes such a node and copies its values into a stream's codec node.
+/// Base of every filter helper, with what most of them have in common. Constraints stand under the paths of the
+/// settings below the filter's own node; ApplyPresetSettings takes such a node and copies its values into a stream's
+/// codec node.
 class DataHelperFilterBase : public RefCounted<IDataHelper> {
 public:
     void GetRequiredFilters(FilterList& filters) const override;
@@ -16,7 +17,7 @@ public:
     void CorrectFormatCodec(Core::Property& codec) const override;
 
 protected:
-    /// Said by a filter's constructor: the constraint of one of its settings.
+    /// For a filter's constructor: sets the constraint of one of its settings.
     void Constrain(const std::string& path, boost::intrusive_ptr<IPropertyConstraint> constraint);
 
 private:

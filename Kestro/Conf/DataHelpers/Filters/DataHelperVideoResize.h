@@ -4,14 +4,14 @@
 
 namespace Kestro::Conf {
 
-/// The filter that changes the frame size. Sides are even: 4:2:0 chroma halves them.
+/// The filter that changes the frame size. Width and height are even, since 4:2:0 chroma has half of them.
 class DataHelperVideoResize final : public DataHelperFilterBase {
 public:
     DataHelperVideoResize();
 
     Core::Property GetDefaultSettings() const override;
 
-    /// A custom frame has even sides.
+    /// A custom frame has an even width and height.
     void FillValidationRules(ValidationRuleList& rules) const override;
 
     /// Replaces the source's frame size in the codec node (width, height, and pixel aspect where it is there) by the

@@ -6,7 +6,7 @@
 
 namespace Kestro::Conf {
 
-/// A picture, or the pictures of a sequence, in files of one codec.
+/// A picture, or a sequence of pictures in a file each, of one codec.
 class DataHelperFormatImage final : public DataHelperFormatBase {
 public:
     /// codecId: the one codec of the container.

@@ -6,7 +6,7 @@
 
 namespace Kestro::Conf {
 
-/// MPEG-4 sound with a cover picture.
+/// MPEG-4 audio with a cover picture.
 class DataHelperFormatM4a final : public DataHelperFormatBase {
 public:
     explicit DataHelperFormatM4a(const std::string& container);

@@ -4,7 +4,7 @@
 
 namespace Kestro::Conf {
 
-/// Matroska (RFC 9559) of sound alone.
+/// Matroska (RFC 9559) with audio alone.
 class DataHelperFormatMka final : public DataHelperFormatBase {
 public:
     DataHelperFormatMka();

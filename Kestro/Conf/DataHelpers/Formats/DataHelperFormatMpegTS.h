@@ -4,7 +4,7 @@
 
 namespace Kestro::Conf {
 
-/// MPEG-2 transport stream (ISO/IEC 13818-1), MPEG sound by default.
+/// MPEG-2 transport stream (ISO/IEC 13818-1), MPEG audio by default.
 class DataHelperFormatMpegTS final : public DataHelperFormatBase {
 public:
     DataHelperFormatMpegTS();

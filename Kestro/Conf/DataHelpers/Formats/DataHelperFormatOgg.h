@@ -4,7 +4,7 @@
 
 namespace Kestro::Conf {
 
-/// Ogg (RFC 3533) of sound.
+/// Ogg (RFC 3533) with audio.
 class DataHelperFormatOgg final : public DataHelperFormatBase {
 public:
     DataHelperFormatOgg();

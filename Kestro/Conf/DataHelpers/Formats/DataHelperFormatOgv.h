@@ -4,7 +4,7 @@
 
 namespace Kestro::Conf {
 
-/// Ogg (RFC 3533) of video.
+/// Ogg (RFC 3533) with video.
 class DataHelperFormatOgv final : public DataHelperFormatBase {
 public:
     DataHelperFormatOgv();

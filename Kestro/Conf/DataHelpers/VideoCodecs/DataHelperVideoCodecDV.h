@@ -4,7 +4,7 @@
 
 namespace Kestro::Conf {
 
-/// DV and its relatives (IEC 61834, SMPTE 314M and 370M): every frame is as large as its profile has it.
+/// DV and its relatives (IEC 61834, SMPTE 314M and 370M): frames have one of the sizes and rates of the profiles.
 class DataHelperVideoCodecDV final : public DataHelperCodecFFMPEG {
 public:
     DataHelperVideoCodecDV();

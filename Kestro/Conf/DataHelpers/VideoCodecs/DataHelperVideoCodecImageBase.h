@@ -6,7 +6,7 @@
 
 namespace Kestro::Conf {
 
-/// Single pictures, or a sequence of them: one encoder a codec.
+/// Single pictures, or a sequence of them.
 class DataHelperVideoCodecImageBase : public DataHelperCodecFFMPEG {
 public:
     /// codecId: of IFormatCodecVideo.

@@ -6,9 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IPropertyConstraint.h"
 #include "Kestro/Conf/IValidationRule.h"
 #include "Kestro/Core/Property.h"
+#include "Kestro/Core/PropertyException.h"
 #include "Kestro/IRefCountable.h"
 
 namespace Kestro::Conf {
