@@ -45,12 +45,13 @@ TEST_F(Conversions, MakeSequencesOfPictures) {
 }
 
 TEST_F(Conversions, OfHigherQualityAreLarger) {
+    Run("ff -i $clip -t 0.1 -s 128x72 -c:v ffv1 -c:a copy small.mkv");
     for (const std::string row :
          {"mp4 --video h264", "mp4 --video hevc", "mp4 --video mpeg4", "webm --video vp8", "webm --video vp9",
           "matroska --video av1", "ogv --video theora", "matroska --video mjpeg", "vob --video mpeg2video",
           "jpeg2000 --video jpeg2000", "ogg --audio vorbis", "mp3 --audio mp3"}) {
         const std::string codec = row.find("--video") != std::string::npos ? " $vc" : " $ac";
-        const Result result = Run("for quality in 1 100; do datahelpers convert $clip out --format " + row + codec +
+        const Result result = Run("for quality in 1 100; do datahelpers convert small.mkv out --format " + row + codec +
                                   "/RateControl=vbr" + codec +
                                   "/Quality=$quality >&2 && stat -c %s out || echo 9999999\n"
                                   "done | sort -nuc");

@@ -20,36 +20,41 @@ const std::string kClips = R"(
     echo "$m \"video\"}, {\"TypeId\": \"video\"}]}" >two.json; echo "$m \"video\"}]}" >video.json
 )";
 
-class Plans : public Shell {};
+class Plans : public Shell {
+protected:
+    static std::string Plan(const std::string& arguments) {
+        return (arguments.starts_with("--") ? "plan " : "plan --format ") + arguments;
+    }
+};
 
 TEST_F(Plans, CorrectWhatIsNotAccepted) {
     Run(kClips);
     const std::string ofDvd = "audio/SampleRate=48000 audio/Layout=stereo ";
     const std::string ofNtsc = "video/Width=352 video/Height=240 video/Fps=30000/1001 ";
     const Table<2> rows = {
-        {"$clip --format mp4", ""},
-        {"$clip --preset $presets/mp4-h264-aac.json $ac/BitRate=100000", "audio/BitRate=256000 "},
-        {"$clip --format mp4 --audio mp3", ofDvd},
-        {"$clip --format mp4 --audio mp3 $sound/SampleRate=auto", "audio/Layout=stereo "},  // it was left open
-        {"$clip --format avi --audio aac", "audio/Layout=stereo "},
-        {"$clip --format dvd", ofNtsc + ofDvd},
-        {"$clip --format dvd --video mpeg1video", ofNtsc + "video/BitRate=1856000 " + ofDvd},
-        {"$clip --format dvd --set Format/DvdStandard=pal", "video/Width=352 video/Height=288 video/Fps=25/1 " + ofDvd},
-        {"$clip --format mka --audio dts $sound/SampleRate=48000", "audio/Layout=5.1(side) audio/BitRate=669001 "},
-        {"../many.mkv --format mka --audio dts $ac/BitRate=1000000", "audio/Layout=stereo "},
-        {"../surround.mkv --format mka --audio dts $ac/BitRate=1000000", "audio/Layout=5.1(side) "},
-        {"$clip --format mka $sound/SampleFmt=fltp", ""},
-        {"$clip --format mxf $sound/Layout=stereo --video h264 $vc/EncodeOptions/Profile=high",
+        {"mp4 $clip", ""},
+        {"--preset $presets/mp4-h264-aac.json $clip $ac/BitRate=100000", "audio/BitRate=256000 "},
+        {"mp4 $clip --audio mp3", ofDvd},
+        {"mp4 $clip --audio mp3 $sound/SampleRate=auto", "audio/Layout=stereo "},  // it was left open
+        {"avi $clip --audio aac", "audio/Layout=stereo "},
+        {"dvd $clip", ofNtsc + ofDvd},
+        {"dvd $clip --video mpeg1video", ofNtsc + "video/BitRate=1856000 " + ofDvd},
+        {"dvd $clip --set Format/DvdStandard=pal", "video/Width=352 video/Height=288 video/Fps=25/1 " + ofDvd},
+        {"mka $clip --audio dts $sound/SampleRate=48000", "audio/Layout=5.1(side) audio/BitRate=669001 "},
+        {"mka ../many.mkv --audio dts $ac/BitRate=1000000", "audio/Layout=stereo "},
+        {"mka ../surround.mkv --audio dts $ac/BitRate=1000000", "audio/Layout=5.1(side) "},
+        {"mka $clip $sound/SampleFmt=fltp", ""},
+        {"mxf $clip $sound/Layout=stereo --video h264 $vc/EncodeOptions/Profile=high",
          "video/Profile=baseline audio/SampleRate=48000 "},
-        {"$clip --format 3gp $sound/Layout=mono", "video/Width=352 video/Height=288 "},
-        {"$clip --format mp4 $size/Width=161", "video/Width=160 "},
-        {"../odd.mkv --format mp4", "video/Width=322 video/Height=180 "},
-        {"../slow.mkv --format gif", ""},  // its list names the source's own rate
-        {"../slow.mkv --format gif $vc/Fps=3", "video/Fps=2/1 "},
+        {"3gp $clip $sound/Layout=mono", "video/Width=352 video/Height=288 "},
+        {"mp4 $clip $size/Width=161", "video/Width=160 "},
+        {"mp4 ../odd.mkv", "video/Width=322 video/Height=180 "},
+        {"gif ../slow.mkv", ""},  // its list names the source's own rate
+        {"gif ../slow.mkv $vc/Fps=3", "video/Fps=2/1 "},
     };
     for (const auto& [arguments, corrected] : rows) {
         std::string found;
-        Json plan = Report("plan " + arguments);
+        Json plan = Report(Plan(arguments));
         for (Json& correction : plan["corrections"]) {
             const std::string path = correction["path"];
             EXPECT_NE(correction["before"], correction["after"]) << path;
@@ -65,58 +70,50 @@ TEST_F(Plans, CorrectWhatIsNotAccepted) {
 TEST_F(Plans, TellWhatIsMadeOfEveryStream) {
     Run(kClips);
     const Table<2> rows = {
-        {"$clip --format mp4", "VideoCodec/CodecId = h264\n the default of mp4\n"},
-        {"$clip --format mp4",
-         "Resampler/SampleFmt = fltp\n the samples that FFmpeg's encoder aac takes\nNo corrections\n"},
-        {"$clip --format mp4 $ac/BitRate=100000", "\n Streams/TypeId=audio/AudioCodec/BitRate: 100000 -> 256000\n"},
-        {"$clip --format mp4 --video hevc", "VideoCodec/CodecId = hevc\n asked for by --video\n"},
-        {"$clip --format mp4 $size/Width=160", "FrameSizeMode = custom\n a width or height is given\n"},
-        {"$clip --format mp4 $size/Width=160", "Resizer/Height = 90\n keeps the picture's shape\n"},
-        {"$clip --format mp4 $size/Height=90 $size/Width=0", "Resizer/Width = 160\n keeps the picture's shape\n"},
-        {"$clip --format mp4 $vc/RateControl=cbr_auto",
-         "BitRate = 238935\n the usual one for 322 x 180 at 24000/1001 "},
-        {"$clip --format mp4 $sound/SampleRate=auto", "SampleRate = 96000\n auto: the input has 96000\n"},
-        {"$clip --format mp4 $sound/Layout=auto", "Layout = 5.1\n auto: the input has 5.1\n"},
-        {"$clip --format mp4 $ac/CodecId=auto", "AudioCodec/CodecId = aac\n auto: the default of mp4\n"},
-        {"$clip --format mp4 $ac/RateControl=auto",
-         " = cbr\n auto: constant, and the bitrate is left to the program\n"},
-        {"$clip --format matroska --audio mp3 $sound/SampleRate=auto",
+        {"mp4 $clip", "VideoCodec/CodecId = h264\n the default of mp4\n"},
+        {"mp4 $clip", "Resampler/SampleFmt = fltp\n the samples that FFmpeg's encoder aac takes\nNo corrections\n"},
+        {"mp4 $clip $ac/BitRate=100000", "\n Streams/TypeId=audio/AudioCodec/BitRate: 100000 -> 256000\n"},
+        {"mp4 $clip --video hevc", "VideoCodec/CodecId = hevc\n asked for by --video\n"},
+        {"mp4 $clip $size/Width=160", "FrameSizeMode = custom\n a width or height is given\n"},
+        {"mp4 $clip $size/Width=160", "Resizer/Height = 90\n keeps the picture's shape\n"},
+        {"mp4 $clip $size/Height=90 $size/Width=0", "Resizer/Width = 160\n keeps the picture's shape\n"},
+        {"mp4 $clip $vc/RateControl=cbr_auto", "BitRate = 238935\n the usual one for 322 x 180 at 24000/1001 "},
+        {"mp4 $clip $sound/SampleRate=auto", "SampleRate = 96000\n auto: the input has 96000\n"},
+        {"mp4 $clip $ac/CodecId=auto", "AudioCodec/CodecId = aac\n auto: the default of mp4\n"},
+        {"mp4 $clip $ac/RateControl=auto", " = cbr\n auto: constant, and the bitrate is left to the program\n"},
+        {"matroska $clip --audio mp3 $sound/SampleRate=auto",
          "SampleRate = 48000\n auto: nearest to the input's 96000 that mp3 takes\n"},
-        {"$clip --format flv --audio mp3 $sound/SampleRate=auto",
+        {"flv $clip --audio mp3 $sound/SampleRate=auto",
          "SampleRate = 44100\n auto: nearest to the input's 96000 that the container flv and mp3 take\n"},
-        {"$clip --format mka --audio dts $sound/Layout=auto $ac/RateControl=auto",
+        {"mka $clip --audio dts $sound/Layout=auto $ac/RateControl=auto",
          "Layout = 5.1(side)\n auto: nearest to the input's 5.1 that FFmpeg's encoder dca takes\n"},
-        {"$clip --format matroska --audio alac $ac/RateControl=auto",
-         " = vbr\n auto: RateControl of alac must be vbr.\n"},
-        {"$clip --format dvd $fps=auto", "/1001\n auto: nearest to the input's 24000/1001 that dvd ntsc takes\n"},
-        {"$clip --format mp4 $vc/Fps=25 $fps=auto", "Fps = 25/1\n auto: what the stream's other settings ask for\n"},
-        {"../many.mkv --preset ../streams.json",
+        {"matroska $clip --audio alac $ac/RateControl=auto", " = vbr\n auto: RateControl of alac must be vbr.\n"},
+        {"dvd $clip $fps=auto", "/1001\n auto: nearest to the input's 24000/1001 that dvd ntsc takes\n"},
+        {"mp4 $clip $vc/Fps=25 $fps=auto", "Fps = 25/1\n auto: what the stream's other settings ask for\n"},
+        {"--preset ../streams.json ../many.mkv",
          "\n audio aac from stream 2, encoder aac, global header\n video h264 from stream 0, encoder libx264, global "
-         "header"
-         "\n audio aac from stream 3, encoder aac, global header\n\nSettings\n"},
-        {"../many.mkv --preset ../streams.json", "Streams/TypeId=audio/AudioResample/Resampler/Layout: 2.1 -> 3.0\n"},
-        {"../many.mkv --preset ../streams.json",
+         "header\n audio aac from stream 3, encoder aac, global header\n\nSettings\n"},
+        {"--preset ../streams.json ../many.mkv", "Streams/TypeId=audio/AudioResample/Resampler/Layout: 2.1 -> 3.0\n"},
+        {"--preset ../streams.json ../many.mkv",
          "Notes\n Streams/3 is dropped: the input has no audio for it.\n Stream 1 of the input (video, ffv1) is left "
          "out.\n Stream 4 of the input (subtitles, ass) is left out.\n"},
-        {"$clip --preset ../two.json", " Streams/1 is dropped: the input has no video for it.\n"},
-        {"$clip --format bmp", " holds one picture; it is the first of the input, unless a sequence is asked for.\n"},
-        {"$clip --format ipod --audio mp3",
-         "encoder libx264, global header\n audio mp3 from stream 1, encoder libmp3lame, "
-         "NOT supported by the muxer\n"},
-        {"../turned.mov --format mp4", " 0 video mpeg4, 180 x 322 pixels of 3/4, 25 frames/s\n"},
-        {"../turned.mov --format mp4", " Width 180\n Height 322\n AspectX 3\n AspectY 4\n"},
-        {"../old.mkv --format mp4 $size/Width=640", " Width 640\n Height 352\n AspectX 1\n AspectY 1\n"},
-        {"../old.mkv --format mp4 $size/Width=640 $size/Fit=up_to",
-         " Width 640\n Height 512\n AspectX 16\n AspectY 11\n"},
-        {"$clip --format mp4 $size/FrameSizeMode=half", " FrameSizeMode half\n Width 160\n Height 90\n"},
+        {"--preset ../two.json $clip", " Streams/1 is dropped: the input has no video for it.\n"},
+        {"bmp $clip", " holds one picture; it is the first of the input, unless a sequence is asked for.\n"},
+        {"ipod $clip --audio mp3",
+         "encoder libx264, global header\n audio mp3 from stream 1, encoder libmp3lame, NOT supported by the muxer\n"},
+        {"mp4 ../turned.mov", " 0 video mpeg4, 180 x 322 pixels of 3/4, 25 frames/s\n"},
+        {"mp4 ../turned.mov", " Width 180\n Height 322\n AspectX 3\n AspectY 4\n"},
+        {"mp4 ../old.mkv $size/Width=640", " Width 640\n Height 352\n AspectX 1\n AspectY 1\n"},
+        {"mp4 ../old.mkv $size/Width=640 $size/Fit=up_to", " Width 640\n Height 512\n AspectX 16\n AspectY 11\n"},
+        {"mp4 $clip $size/FrameSizeMode=half", " FrameSizeMode half\n Width 160\n Height 90\n"},
         // A DVD of a wide picture is 16:9, every other disc 4:3.
-        {"$clip --format dvd", " AspectX 40\n AspectY 33\n"},
-        {"../many.mkv --format dvd", " AspectX 10\n AspectY 11\n"},
-        {"$clip --format vcd", " AspectX 10\n AspectY 11\n"},
-        {"../slow.mkv --format gif", " Fps 2/1\n"},
+        {"dvd $clip", " AspectX 40\n AspectY 33\n"},
+        {"dvd ../many.mkv", " AspectX 10\n AspectY 11\n"},
+        {"vcd $clip", " AspectX 10\n AspectY 11\n"},
+        {"gif ../slow.mkv", " Fps 2/1\n"},
     };
     for (const auto& [arguments, says] : rows) {
-        EXPECT_THAT(RunOnce("datahelpers plan " + arguments + " | tr -s ' '").out, HasSubstr(says)) << arguments;
+        EXPECT_THAT(RunOnce("datahelpers " + Plan(arguments) + " | tr -s ' '").out, HasSubstr(says)) << arguments;
     }
     EXPECT_EQ(Run("datahelpers plan ../sound.wav --preset ../video.json").status, 3);
     EXPECT_THAT(Run("datahelpers plan ../many.mkv --preset ../two.json --set Format/Limits/MaxVideo=9").err,
