@@ -29,24 +29,9 @@ Command InputArguments(const Plan& plan) {
     return arguments;
 }
 
-}  // namespace
-
-bool IsTwoPass(const Plan& plan) {
-    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
-        if (IsTwoPass(plan.CodecSettings(i))) return true;
-    }
-    return false;
-}
-
-std::string PictureName(const Plan& plan, int number) {
-    char digits[16];
-    std::snprintf(digits, sizeof digits, "%06d.", number);
-    return digits + FFWrapper::PictureExtension(plan.streams.front().codecId);
-}
-
-std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output, const CommandOptions& options) {
+std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, const CommandOptions& options) {
     std::vector<Command> commands;
-    const bool twoPass = IsTwoPass(plan);
+    const bool twoPass = Planner::IsTwoPass(plan);
     if (twoPass) {
         Command& first = commands.emplace_back(InputArguments(plan));
         std::size_t index = 0;
@@ -74,6 +59,31 @@ std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output,
     if (plan.IsPicture()) last.insert(last.end(), {"-frames:v", "1", "-update", "1"});
     last.insert(last.end(), {"-f", plan.muxer, FileUrl(output)});
     return commands;
+}
+
+}  // namespace
+
+bool IsTwoPass(const Plan& plan) {
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+        if (IsTwoPass(plan.CodecSettings(i))) return true;
+    }
+    return false;
+}
+
+std::string PictureName(const Plan& plan, int number) {
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "%06d.", number);
+    return digits + FFWrapper::PictureExtension(plan.streams.front().codecId);
+}
+
+std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output, const CommandOptions& options) {
+    try {
+        return MakeCommands(plan, output, options);
+    } catch (const NotAcceptable&) {
+        throw;
+    } catch (const Exception& exception) {
+        throw NotAcceptable({.code = ProblemCode::InvalidPlan, .message = exception.what()});
+    }
 }
 
 }  // namespace Kestro::Planner

@@ -20,8 +20,8 @@ struct CommandOptions {
 KESTRO_PLANNER_API bool IsTwoPass(const Plan& plan);
 
 /// The runs of ffmpeg that make the plan's output, in order: one, or two where IsTwoPass. Progress is written to
-/// standard output as FFmpeg's `-progress` has it. Throws NotAcceptable (InvalidPlan) for a plan with texts that the
-/// vocabulary does not know, and Core::PropertyException for one whose settings are not those of a plan.
+/// standard output as FFmpeg's `-progress` has it. Throws NotAcceptable (InvalidPlan) for a plan whose settings are not
+/// those of a plan, or hold texts that the vocabulary does not know.
 KESTRO_PLANNER_API std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output,
                                                        const CommandOptions& options = {});
 

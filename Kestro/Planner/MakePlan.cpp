@@ -84,9 +84,7 @@ Property FormatNode(const CheckedPreset& preset) {
     return format;
 }
 
-}  // namespace
-
-Plan MakePlan(const MediaInfo& input, const Preset& asked) {
+Plan Settle(const MediaInfo& input, const Preset& asked) {
     const CheckedPreset preset = Checked(asked);
     Plan plan{.input = input,
               .container = preset.container,
@@ -137,6 +135,19 @@ Plan MakePlan(const MediaInfo& input, const Preset& asked) {
     }
     NoteLeftStreams(plan);
     return plan;
+}
+
+}  // namespace
+
+Plan MakePlan(const MediaInfo& input, const Preset& preset) {
+    try {
+        return Settle(input, preset);
+    } catch (const NotAcceptable&) {
+        throw;
+    } catch (const Exception& exception) {
+        // The library's own words, where no step had better ones.
+        throw NotAcceptable({.code = ProblemCode::ValueNotAccepted, .message = exception.what()});
+    }
 }
 
 }  // namespace Kestro::Planner

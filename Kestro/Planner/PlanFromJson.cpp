@@ -1,5 +1,7 @@
 #include <algorithm>
 
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Core/PropertyException.h"
@@ -15,6 +17,8 @@
 namespace Kestro::Planner {
 namespace {
 
+using Conf::IFormatCodecAudio;
+using Conf::IFormatCodecVideo;
 using Conf::IPreset;
 using Conf::StreamRecord;
 using Conf::StreamType;
@@ -136,6 +140,37 @@ PlannedStream ReadPlanned(const Reader& json, const MediaInfo& input) {
             .isSupported = json.Read<bool>("supported")};
 }
 
+/// What a codec node has of its source, beyond what presets may hold; the values stand for the types.
+Property OfSource(StreamType type) {
+    Property node;
+    if (type == StreamType::Audio) {
+        node.SetChild(IFormatCodecAudio::TAG_SAMPLE_RATE, 0);
+        node.SetChild(IFormatCodecAudio::TAG_LAYOUT, std::string());
+        node.SetChild(IFormatCodecAudio::TAG_SAMPLE_FORMAT, std::string());
+        return node;
+    }
+    for (const std::string* tag : {&IFormatCodecVideo::TAG_WIDTH, &IFormatCodecVideo::TAG_HEIGHT,
+                                   &IFormatCodecVideo::TAG_ASPECTX, &IFormatCodecVideo::TAG_ASPECTY}) {
+        node.SetChild(*tag, 0);
+    }
+    return node;
+}
+
+/// Sizes that can be calculated with.
+void CheckPicture(const PlannedStream& stream, const Property& codec) {
+    constexpr int64_t kMost = 1 << 16;
+    const auto check = [](int64_t value) {
+        if (value < 1 || value > kMost) ThrowInvalid(std::to_string(value) + " is no size of a picture");
+    };
+    for (const auto value : {stream.source.width, stream.source.height}) check(value);
+    for (const Property& child : OfSource(StreamType::Video)) {
+        if (!codec.ChildExists(child.Name())) ThrowInvalid(child.Name() + " is missing");
+        check(codec[child.Name()].GetInt64());
+    }
+    const double shape = boost::rational_cast<double>(stream.source.sampleAspectRatio);
+    if (shape <= 0.0 || shape > kMost || shape < 1.0 / kMost) ThrowInvalid("a sample aspect ratio is out of range");
+}
+
 /// The codec settings of a plan hold what the stream has in the end, beyond what presets may hold.
 void ReadTypes(Plan& plan) {
     const HelperPtr format = FindHelper(kFormats, plan.container);
@@ -148,6 +183,7 @@ void ReadTypes(Plan& plan) {
         const PlannedStream& stream = plan.streams[i];
         Property& settings = plan.settings[IPreset::KEY_STREAMS][std::to_string(i)];
         Property known = KnownStreamSettings(*stream.kind, *FindHelper(CodecsOf(stream.kind->type), stream.codecId));
+        Complete(known[stream.kind->codecKey], OfSource(stream.kind->type));
         if (!settings.ChildExists(stream.kind->codecKey)) ThrowInvalid(stream.path + " has no codec");
         for (const Property& child : settings) {
             if (!known.ChildExists(child.Name())) ThrowInvalid("there is no " + Printable(child.Name()));
@@ -156,6 +192,7 @@ void ReadTypes(Plan& plan) {
             if (!settings.ChildExists(node.Name()) || !IsNode(node)) continue;
             TakeTypes(settings[node.Name()], node, stream.path);
         }
+        if (stream.kind->type == StreamType::Video) CheckPicture(stream, settings[stream.kind->codecKey]);
     }
 }
 

@@ -112,6 +112,7 @@ bool Requirement::Accepts(const Property& value) const { return Check(*constrain
 
 std::vector<Conf::FrameSize> Requirement::FrameSizes() const {
     std::vector<Conf::FrameSize> sizes;
+    if (!path.ends_with(IResize::FRAME_SIZE_MODE)) return sizes;
     for (const Domain::Entry& entry : DescribeDomain(*constraint).entries) {
         const Property* width = entry.value.FindByPath(IFormatCodecVideo::TAG_WIDTH);
         const Property* height = entry.value.FindByPath(IFormatCodecVideo::TAG_HEIGHT);

@@ -6,20 +6,14 @@
 #include "Kestro/Conf/HelperException.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
-#include "Kestro/Conf/IPreset.h"
-#include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 #include "Kestro/Planner/Domain.h"
 #include "Kestro/Planner/EncoderPreset.h"
 #include "Kestro/Planner/FitUnasked.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/StreamFilters.h"
 #include "Kestro/Planner/Text.h"
 #include "Kestro/Planner/Tree.h"
-#include "Kestro/Proc/FilterRecord.h"
-#include "Kestro/Proc/IFilterFrameRate.h"
-#include "Kestro/Proc/IFilterResize.h"
-#include "Kestro/Proc/IResample.h"
-#include "Kestro/Proc/IResize.h"
 #include "Kestro/Proc/KeepSource.h"
 
 namespace Kestro::Planner {
@@ -28,30 +22,8 @@ namespace {
 using Conf::IFormatCodec;
 using Conf::IFormatCodecAudio;
 using Conf::IFormatCodecVideo;
-using Conf::IPreset;
 using Conf::StreamType;
 using Core::Property;
-using Core::PropertyValueToString;
-using Filter = StreamSettings::Filter;
-using Proc::IFilterFrameRate;
-using Proc::IFilterResize;
-using Proc::IResample;
-using Proc::IResize;
-
-/// A filter has one implementation; a preset may name no other.
-void CheckImplementation(const Filter& filter, const StreamSettings& settings) {
-    ForEachValue(filter.helper->GetDefaultSettings(), {}, [&](const std::string& path, const Property& only) {
-        if (LastSegment(path) != IPreset::KEY_TYPE_ID || filter.settings.ChildByPath(path) == only) return;
-        const std::string userPath = settings.UserPath(Below(filter.classId, path));
-        const std::string known = PropertyValueToString(only);
-        throw NotAcceptable({.code = ProblemCode::ValueNotAccepted,
-                             .message = userPath + " names no known implementation.",
-                             .path = userPath,
-                             .value = PropertyValueToString(filter.settings.ChildByPath(path)),
-                             .allowed = {known},
-                             .changes = {{userPath, known}}});
-    });
-}
 
 }  // namespace
 
@@ -68,9 +40,9 @@ Property StreamPlanner::Settle() {
     const std::string& node = stream_.kind->codecKey;
     CheckCodec();
     StartFromSource();
-    CollectFilters();
-    CheckFilters();
-    ApplyFilters();
+    CollectFilters(stream_, *encoder_, settings_, filterRequirements_);
+    CheckFilters(filterRequirements_, settings_);
+    ApplyFilters(stream_, filterRequirements_, settings_);
     AddRequirements();
     FitUnasked(settings_, requirements_, node, false);
     ApplyEncoderPreset(stream_, preset_.isFromText, *encoder_, requirements_, settings_);
@@ -130,103 +102,6 @@ void StreamPlanner::StartFromSource() {
     set(IFormatCodecVideo::TAG_ASPECTX, {{}, source_.sampleAspectRatio.numerator()});
     set(IFormatCodecVideo::TAG_ASPECTY, {{}, source_.sampleAspectRatio.denominator()});
     set(IFormatCodecVideo::TAG_FPS, {{}, source_.fps});
-}
-
-void StreamPlanner::CollectFilters() {
-    Conf::FilterList required;
-    encoder_->GetRequiredFilters(required);
-    for (const auto& [classId, implementation] : required) AddFilter(classId);
-    for (const Proc::FilterRecord& record : Proc::FilterRecord::All()) {
-        if (stream_.settings.ChildExists(record.classId)) AddFilter(record.classId);
-    }
-}
-
-void StreamPlanner::AddFilter(const std::string& classId) {
-    if (std::ranges::find(settings_.Filters(), classId, &Filter::classId) != settings_.Filters().end()) return;
-    Filter filter{.classId = classId, .helper = FindHelper(kFilters, classId), .settings = {}};
-    filter.settings = filter.helper->GetDefaultSettings();
-    // What is not asked for stays as it is in the source.
-    Proc::KeepSource(filter.settings);
-    if (stream_.settings.ChildExists(classId)) CompleteFilter(filter, stream_.settings[classId]);
-    AddFilterRequirements(classId, *filter.helper, filterRequirements_);
-    settings_.AddFilter(std::move(filter));
-}
-
-void StreamPlanner::CompleteFilter(Filter& filter, const Property& asked) {
-    Override(filter.settings, asked);
-    if (filter.classId != IFilterResize::CLASS_ID) return;
-    const std::string mode = Below(IResize::CLASS_ID, IResize::FRAME_SIZE_MODE);
-    const bool sized = asked.FindByPath(Below(IResize::CLASS_ID, IFormatCodecVideo::TAG_WIDTH)) != nullptr ||
-                       asked.FindByPath(Below(IResize::CLASS_ID, IFormatCodecVideo::TAG_HEIGHT)) != nullptr;
-    if (!sized || asked.FindByPath(mode) != nullptr) return;
-    filter.settings.ChildByPath(mode) = IResize::FRAME_SIZE_CUSTOM;
-    settings_.Note(Below(filter.classId, mode), filter.settings.ChildByPath(mode), Origin::Automatic,
-                   "a width or height is given");
-}
-
-void StreamPlanner::CheckFilters() const {
-    // The filters' rules are kept by the filters themselves: sizes, for one, are made even.
-    const Property tree = settings_.AskedFilters();
-    for (const Requirement& requirement : filterRequirements_) {
-        if (requirement.rule || !requirement.Applies(tree)) continue;
-        if (!requirement.Accepts(tree.ChildByPath(requirement.path))) Refuse(requirement, tree);
-    }
-    for (const Filter& filter : settings_.Filters()) CheckImplementation(filter, settings_);
-}
-
-void StreamPlanner::ApplyFilters() {
-    const std::string& sampleFormat = IFormatCodecAudio::TAG_SAMPLE_FORMAT;
-    const std::string mode = Below(Below(IFilterResize::CLASS_ID, IResize::CLASS_ID), IResize::FRAME_SIZE_MODE);
-    Property codec = settings_.Codec();
-    try {
-        for (const Filter& filter : settings_.Filters()) {
-            const Property* wanted = filter.settings.FindByPath(Below(IResample::CLASS_ID, sampleFormat));
-            if (wanted != nullptr && !Proc::IsSourceValue(sampleFormat, *wanted)) codec.SetChild(sampleFormat, *wanted);
-            filter.helper->ApplyPresetSettings(filter.settings, codec);
-        }
-    } catch (const Exception& exception) {
-        throw NotAcceptable({.code = ProblemCode::ValueNotAccepted, .message = exception.what(), .path = stream_.path});
-    }
-    const Property asked = settings_.AskedFilters();
-    const bool isSized = TextAt(asked, mode) == IResize::FRAME_SIZE_CUSTOM;
-    ForEachValue(settings_.Codec(), {}, [&, before = settings_.Codec()](const std::string& place, const Property&) {
-        const Property* after = codec.FindByPath(place);
-        const std::string path = settings_.PathOf(place);
-        if (after == nullptr || *after == before.ChildByPath(place)) return;
-        const Property* wanted = settings_.IsAsked(path) ? stream_.settings.FindByPath(path) : nullptr;
-        const bool isSide = place == IFormatCodecVideo::TAG_WIDTH || place == IFormatCodecVideo::TAG_HEIGHT;
-        if (wanted != nullptr && !(*wanted == *after)) {
-            settings_.Set(place, *wanted, Origin::Preset);
-            settings_.Set(place, *after, Origin::Filter, FilterReason(path, *wanted));
-        } else if (wanted != nullptr || !isSide || !path.starts_with(IFilterResize::CLASS_ID)) {
-            settings_.Set(place, *after, Origin::Preset);
-        } else if (isSized) {
-            settings_.Set(place, *after, Origin::Automatic, "keeps the picture's shape");
-        } else if (settings_.IsAsked(mode)) {
-            settings_.Set(place, *after, Origin::Preset);
-        } else {
-            // Without a size of its own the stream has the source's, made even.
-            settings_.Set(place, *after, Origin::Filter, "The sides of a frame must be even.");
-        }
-    });
-    settings_.Take(codec, Origin::Preset);
-    const Property* fps = codec.FindByPath(IFormatCodecVideo::TAG_FPS);
-    if (fps != nullptr && fps->GetRatio() == Property::Ratio(0)) {
-        const Property usual = FindHelper(kFilters, IFilterFrameRate::CLASS_ID)->GetDefaultSettings();
-        settings_.Set(IFormatCodecVideo::TAG_FPS, usual[IFormatCodecVideo::TAG_FPS], Origin::Default,
-                      "the input does not tell its frame rate");
-    }
-}
-
-std::string StreamPlanner::FilterReason(const std::string& path, const Property& asked) const {
-    const Property tree = settings_.AskedFilters();
-    std::string reason;
-    for (const Requirement& requirement : filterRequirements_) {
-        if (requirement.path == path && requirement.Applies(tree) && !requirement.Accepts(asked)) {
-            reason = requirement.InWords();
-        }
-    }
-    return reason;
 }
 
 void StreamPlanner::AddRequirements() {

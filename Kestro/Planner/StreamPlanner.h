@@ -27,13 +27,6 @@ public:
 private:
     void CheckCodec() const;
     void StartFromSource();
-    void CollectFilters();
-    void AddFilter(const std::string& classId);
-    void CompleteFilter(StreamSettings::Filter& filter, const Core::Property& asked);
-    void CheckFilters() const;
-    void ApplyFilters();
-    /// Why a filter gave a setting another value than it was asked for.
-    std::string FilterReason(const std::string& path, const Core::Property& asked) const;
     void AddRequirements();
     void Correct(const Conf::IDataHelper& helper, Origin origin, const std::string& who, const std::string& nodeName);
     [[noreturn]] void RefuseUncorrectable(const Exception& exception, const Core::Property& tree) const;
