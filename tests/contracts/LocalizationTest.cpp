@@ -9,6 +9,7 @@
 #include <thread>
 #include <vector>
 
+#include "Kestro/Conf/SettingRecord.h"
 #include "Kestro/Core/DomainLocalizationManager.h"
 
 namespace Kestro::Core {
@@ -59,6 +60,10 @@ TEST_F(Localization, TranslatesIntoEveryLanguageOfTheCatalogues) {
         EXPECT_NE(translated.find(part), std::string::npos) << language << ": " << translated;
         EXPECT_NE(translated.find("%1"), std::string::npos) << language;
         EXPECT_NE(translated.find("%2"), std::string::npos) << language;
+        const Conf::SettingRecord& rate = *Conf::SettingRecord::Find("VideoFrameRate/Fps");
+        EXPECT_NE(rate.Label(), rate.label);
+        EXPECT_NE(rate.Unit(), rate.unit);
+        EXPECT_NE(rate.Help(), rate.help);
     }
 }
 
