@@ -96,7 +96,9 @@ TEST_F(Catalogue, AnswersOrExplainsWrongUsage) {
 TEST_F(Catalogue, ReportsInTheDocumentedShape) {
     EXPECT_EQ(Report("show filter AudioVolume"), Json::parse(R"({"command": "show", "status": 0, "kind": "filter",
         "name": "AudioVolume", "auto": false, "defaults": {"AudioVolume": {"VolumePercent": 100}}, "filters": [],
-        "constraints": [{"path": "VolumePercent", "min": 0, "max": 200}], "rules": []})"));
+        "constraints": [{"path": "VolumePercent", "label": "Volume", "unit": "%",
+        "help": "Amplitude in relation to the source's; 100 leaves the sound as it is.", "min": 0, "max": 200}],
+        "rules": []})"));
     EXPECT_EQ(Report("show --auto audio alac")["rules"][0]["then"]["auto"], -1);
     EXPECT_EQ(Run("datahelpers plan --json --bogus").AsJson()["status"], 2);
     Json error = Run("datahelpers show audio acc --json").AsJson();

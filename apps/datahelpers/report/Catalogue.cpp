@@ -14,6 +14,7 @@
 #include "Kestro/Planner/Json.h"
 #include "Kestro/Planner/Text.h"
 #include "Kestro/Proc/FilterRecord.h"
+#include "Kestro/Proc/FindSetting.h"
 
 #include "report/SettingsText.h"
 #include "report/Text.h"
@@ -150,6 +151,9 @@ Json ToJson(const HelperSheet& sheet) {
     Json& constraints = json["constraints"] = Json::array();
     for (const auto& [path, constraint] : sheet.constraints) {
         Json entry{{"path", path}};
+        if (const auto* setting = Kestro::Proc::FindSetting(path)) {
+            entry.update({{"label", setting->label}, {"unit", setting->unit}, {"help", setting->help}});
+        }
         entry.update(DomainJson(Planner::DescribeDomain(*constraint)));
         constraints.push_back(std::move(entry));
     }
