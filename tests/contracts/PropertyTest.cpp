@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
+#include <climits>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -183,6 +185,45 @@ TEST(PropertyChanges, KeepPlacesAndNames) {
     });
 }
 
+TEST(PropertyChanges, TakeEveryKindOfIntegerAndText) {
+    const auto check = [](const auto& value, PropertyTypes type, const std::string& printed) {
+        SCOPED_TRACE(printed);
+        Property root;
+        root.SetChild("set", value);
+        root.SetChild("made", Property("made", value));
+        root.SetChild("assigned") = value;
+        for (const Property& child : root) {
+            EXPECT_EQ(child.Type(), type) << child.Name();
+            EXPECT_EQ(PropertyValueToString(child), printed) << child.Name();
+        }
+    };
+    enum { kUnscoped = 7 };
+    check(kUnscoped, PropertyTypes::Int64, "7");
+    check(short{-7}, PropertyTypes::Int64, "-7");
+    check(-7, PropertyTypes::Int64, "-7");
+    check(UINT_MAX, PropertyTypes::Int64, "4294967295");
+    check(LONG_MIN, PropertyTypes::Int64, "-9223372036854775808");
+    check(LLONG_MIN, PropertyTypes::Int64, "-9223372036854775808");
+    check(static_cast<unsigned long>(kMax), PropertyTypes::Int64, "9223372036854775807");
+    check(static_cast<unsigned long long>(kMax), PropertyTypes::Int64, "9223372036854775807");
+    check(true, PropertyTypes::Bool, "true");
+    check(0.5F, PropertyTypes::Double, "0.5");
+    check("text", PropertyTypes::String, "text");
+    check(std::string_view("text!", 4), PropertyTypes::String, "text");
+
+    const auto tooLarge = static_cast<uint64_t>(kMax) + 1;
+    Property root = Tree();
+    EXPECT_THROW(Property("b", tooLarge), PropertyException);
+    EXPECT_THROW(root["b"] = tooLarge, PropertyException);
+    try {
+        root.SetChild("a", tooLarge);
+        FAIL() << "kept what does not fit";
+    } catch (const PropertyException& e) {
+        EXPECT_EQ(InfoOf<TagDetails>(e), "9223372036854775808");
+    }
+    EXPECT_TRUE(root == Tree());
+}
+
 TEST(PropertyChanges, TakeTheirValuesFromTheSameTree) {
     const char* const unchanged = "root{a{x=1,y=text},b=2,c}";
     const char* const rootInB = "root{a{x=1,y=text},b{a{x=1,y=text},b=2,c},c}";
@@ -218,6 +259,10 @@ TEST(PropertyChanges, TakeTheirValuesFromTheSameTree) {
         {DOES(root.SetChild(root["a"].Name(), 5)), "root{a=5,b=2,c}"},
         {DOES((root["a"].SetChild("a"), root.SetChild(root["a"]["a"].Name(), 5))), "root{a=5,b=2,c}"},
         {DOES(root.RemoveChild(root["b"].Name())), "root{a{x=1,y=text},c}"},
+        {DOES(([&root, other = Property("d", 1)]() mutable { root.SetChild(other.Name(), std::move(other)); }())),
+         "root{a{x=1,y=text},b=2,c,d=1}"},
+        {DOES(root.SetChild(root["a"]["y"].GetString(), std::move(root["a"]["y"]))), "root{a{x=1,y},b=2,c,text=text}"},
+        {DOES(root.SetChild(root["a"]["y"].GetString(), std::move(root["a"]))), "root{a,b=2,c,text{x=1,y=text}}"},
     });
 }
 

@@ -50,6 +50,7 @@ Property::Property(const std::string& name, double value) : Property(name, Value
 Property::Property(const std::string& name, int value) : Property(name, Value(int64_t{value})) {}
 Property::Property(const std::string& name, int64_t value) : Property(name, Value(value)) {}
 Property::Property(const std::string& name, const char* value) : Property(name, Value(std::string(value))) {}
+Property::Property(const std::string& name, std::string_view value) : Property(name, Value(std::string(value))) {}
 Property::Property(const std::string& name, const std::string& value) : Property(name, Value(value)) {}
 Property::Property(const std::string& name, const Ratio& value) : Property(name, Value(value)) {}
 
@@ -85,6 +86,7 @@ Property& Property::operator=(double value) { return SetValue(Value(value)); }
 Property& Property::operator=(int value) { return SetValue(Value(int64_t{value})); }
 Property& Property::operator=(int64_t value) { return SetValue(Value(value)); }
 Property& Property::operator=(const char* value) { return SetValue(Value(std::string(value))); }
+Property& Property::operator=(std::string_view value) { return SetValue(Value(std::string(value))); }
 Property& Property::operator=(const std::string& value) { return SetValue(Value(value)); }
 Property& Property::operator=(const Ratio& value) { return SetValue(Value(value)); }
 
@@ -102,6 +104,10 @@ Property& Property::SetChild(const std::string& name, int64_t value) { return Ch
 Property& Property::SetChild(const std::string& name, const Ratio& value) { return Child(name).SetValue(Value(value)); }
 
 Property& Property::SetChild(const std::string& name, const char* value) {
+    return SetChild(name, std::string_view(value));
+}
+
+Property& Property::SetChild(const std::string& name, std::string_view value) {
     Value kept = std::string(value);
     return Child(name).SetValue(std::move(kept));
 }
@@ -114,8 +120,9 @@ Property& Property::SetChild(const std::string& name, const std::string& value) 
 Property& Property::SetChild(const std::string& name, const Property& value) { return SetChild(name, Property(value)); }
 
 Property& Property::SetChild(const std::string& name, Property&& value) {
+    const std::string key = name;  // It may be the name or the text of the value, which goes when that is moved.
     Property kept = IsBelow(value) ? Property(value) : Property(std::move(value));
-    Property& child = Child(name);
+    Property& child = Child(key);
     child.TakeData(kept);
     return child;
 }
@@ -155,6 +162,13 @@ void Property::RemoveChildren() noexcept {
 
 const Property& Property::Missing(const std::string& name) const {
     ThrowMissing(name_.empty() ? name : name_ + SEPARATOR + name, name);
+}
+
+void Property::ThrowTooLarge(uint64_t value) {
+    const std::string text = std::to_string(value);
+    PropertyException exception;
+    exception << TagDescription(text + " is too large for an integer of a settings tree") << TagDetails(text);
+    Throw(exception, BOOST_CURRENT_LOCATION);
 }
 
 const std::string& Property::NotAText() const { ThrowValue(*this, "a text"); }

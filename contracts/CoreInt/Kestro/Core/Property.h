@@ -1,6 +1,7 @@
 #pragma once
 
 #include <boost/rational.hpp>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -37,7 +38,11 @@ public:
     Property(const std::string& name, double value);
     Property(const std::string& name, int value);
     Property(const std::string& name, int64_t value);
+    /// Every other integer, as an int64_t; PropertyException for one that does not fit.
+    template <std::integral Integer>
+    Property(const std::string& name, Integer value) : Property(name, ToInt64(value)) {}
     Property(const std::string& name, const char* value);
+    Property(const std::string& name, std::string_view value);
     Property(const std::string& name, const std::string& value);
     Property(const std::string& name, const Ratio& value);
     Property(const Property& other);
@@ -53,7 +58,12 @@ public:
     Property& operator=(double value);
     Property& operator=(int value);
     Property& operator=(int64_t value);
+    template <std::integral Integer>
+    Property& operator=(Integer value) {
+        return *this = ToInt64(value);
+    }
     Property& operator=(const char* value);
+    Property& operator=(std::string_view value);
     Property& operator=(const std::string& value);
     Property& operator=(const Ratio& value);
 
@@ -66,13 +76,19 @@ public:
     }
 
     /// Makes the child `name` an empty node, or one with the value: in its old place if it was there, else at the end.
-    /// A value held by this node itself goes. The value may be a part of this very tree. Returns the child.
+    /// A value held by this node itself goes. Name and value may be parts of this very tree or of each
+    /// other. Returns the child.
     Property& SetChild(const std::string& name);
     Property& SetChild(const std::string& name, bool value);
     Property& SetChild(const std::string& name, double value);
     Property& SetChild(const std::string& name, int value);
     Property& SetChild(const std::string& name, int64_t value);
+    template <std::integral Integer>
+    Property& SetChild(const std::string& name, Integer value) {
+        return SetChild(name, ToInt64(value));
+    }
     Property& SetChild(const std::string& name, const char* value);
+    Property& SetChild(const std::string& name, std::string_view value);
     Property& SetChild(const std::string& name, const std::string& value);
     Property& SetChild(const std::string& name, const Ratio& value);
     Property& SetChild(const std::string& name, const Property& value);
@@ -143,6 +159,14 @@ private:
     /// The copy of one node without its children.
     struct Shallow {};
     Property(const Property& other, Shallow) : name_(other.name_), value_(other.value_) {}
+
+    template <std::integral Integer>
+    static int64_t ToInt64(Integer value) {
+        const auto kept = static_cast<int64_t>(value);
+        if (std::unsigned_integral<Integer> && kept < 0) ThrowTooLarge(static_cast<uint64_t>(value));
+        return kept;
+    }
+    [[noreturn]] static void ThrowTooLarge(uint64_t value);
 
     Property* Find(std::string_view name) const noexcept {
         for (Property* child = first_; child != nullptr; child = child->next_) {
