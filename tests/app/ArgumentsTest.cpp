@@ -34,6 +34,7 @@ TEST_F(Arguments, SayWhatThePlanSays) {
          " -profile:0 high10 -pix_fmt:0 yuv420p10le -g:0 25 -bf:0 0 -threads:0 3 "},
         {"mp4 $vc/EncodeOptions/Profile=high422", " -pix_fmt:0 yuv422p "},
         {"mp4 $vc/EncodeOptions/Profile=high444", " -pix_fmt:0 yuv444p "},
+        {"mka --audio dts", " -c:0 dca -strict:0 experimental -filter:0 "},
         {"mp4 $ac/EncodeOptions/Profile=aac_ltp", " -c:1 aac -strict:1 experimental -filter:1 "},
         {"mp4" + best, " -c:0 libx264 -crf:0 1.000 -preset:0 "},
         {"mp4" + best + " $vc/EncodeOptions/ApprovedVbrOnly=true", " -c:0 libx264 -b:0 955740 -pix_fmt:0 "},

@@ -70,7 +70,7 @@ TEST_F(Catalogue, AnswersOrExplainsWrongUsage) {
         {"0", "convert --help", "PATH=VALUE"},
         {"2", "", "A command is required."},
         {"2", "lst", "Did you mean \"list\"?"},
-        {"2", "list vidoe", "Did you mean \"video\"?"},
+        {"2", "list aduoi", "Did you mean \"audio\"?"},
         {"2", "list -- --json", "\"--json\" is no kind"},
         {"2", "show audio", "NAME is required"},
         {"2", "show audio acc", "Did you mean \"aac\"?"},

@@ -37,10 +37,11 @@ TEST_F(Conversions, MakeWhatThePlanSays) {
 }
 
 TEST_F(Conversions, MakeSequencesOfPictures) {
-    const std::string convert = "datahelpers convert --sequence $clip 'frames %d' --format ";  // %d is no pattern
+    // In no folder a % begins a pattern.
+    const std::string convert = "mkdir -p %d; cd %d; datahelpers convert --sequence ../$clip 'frames %d' --format ";
     EXPECT_EQ(Run(convert + "targa --json").AsJson()["output"]["files"], 8);
     EXPECT_EQ(Run(convert + "png").status, 2) << "it is there already";
-    EXPECT_EQ(Run("rm -r frames*; " + convert + "mp4").status, 3);
+    EXPECT_EQ(Run("rm -r %d; " + convert + "mp4").status, 3);
     EXPECT_EQ(Run(convert + "jpegls >&2; ls -A; ls frames* | tail -n 1").out, "frames %d\n000008.jls\n");
 }
 
@@ -143,12 +144,12 @@ TEST_F(Conversions, InTwoPassesLeaveNoLogs) {
 }
 
 TEST_F(Conversions, ShowProgress) {
-    const std::string sound = "ff -f lavfi -i anullsrc=r=8000:d=61 in.wav";
-    EXPECT_THAT(Convert("in.wav out", sound).err, HasSubstr("100 %  1:01 of 1:01  "));
+    const std::string sound = "ff -f lavfi -i anullsrc=r=8000:d=75 in.wav";
+    EXPECT_THAT(Convert("in.wav out", sound).err, HasSubstr("100 %  1:15 of 1:15  "));
     EXPECT_EQ(Convert("in.wav out", sound, "--json").err, "");
     const std::string convert = "datahelpers convert in.wav out --format wav";
     EXPECT_THAT(Run("script -qec '" + convert + R"(' /dev/null | tr '\r\033' '\n^')").out,
-                HasSubstr("\n100 %  [##################################################]  1:01 of 1:01  "));
+                HasSubstr("\n100 %  [##################################################]  1:15 of 1:15  "));
 }
 
 }  // namespace

@@ -6,7 +6,7 @@ namespace {
 /// Beside $clip: slow.mkv has 2 frames a second, odd.mkv odd sides, old.mkv pixels of a television; turned.mov is shown
 /// on its side; many.mkv has the streams video, video, audio (2.1), audio (7.1), subtitle.
 const std::string kClips = R"(
-    [ -e ../sound.wav ] && exit; cd ..
+    [ -e ../song.mp3 ] && exit; cd ..
     t='-f lavfi -i testsrc2=d=0.3' n='-f lavfi -i anullsrc=d=0.3'
     ff $t:r=2:s=64x48 -c:v ffv1 slow.mkv; ff -f lavfi -i testsrc=s=323x181:d=0.1 -c:v ffv1 odd.mkv
     ff $t:s=720x576 -vf setsar=16/11 -c:v ffv1 old.mkv; ff $t:s=322x180 -vf setsar=4/3 -c:v mpeg4 upright.mov
@@ -15,6 +15,7 @@ const std::string kClips = R"(
     printf '1\n00:00:00,000 --> 00:00:00,100\nText\n' >text.srt
     ff $t:s=64x64 $t:s=32x32 $n:cl=2.1 $n:cl=7.1 -i text.srt -map 0 -map 1 -map 2 -map 3 -map 4 -c:v ffv1 \
         -c:a pcm_s16le many.mkv; ff -i many.mkv -map 0:3 -c copy surround.mkv; ff -i clip.mkv -vn sound.wav
+    ff -i sound.wav -i many.mkv -map 0 -map 1:0 -ac 2 -c:v png -disposition:v attached_pic song.mp3
     m='{"Format": {"Container": "matroska"}, "Streams": [{"TypeId":'
     echo "$m \"audio\"}, {\"TypeId\": \"video\"}, {\"TypeId\": \"audio\"}, {\"TypeId\": \"audio\"}]}" >streams.json
     echo "$m \"video\"}, {\"TypeId\": \"video\"}]}" >two.json; echo "$m \"video\"}]}" >video.json
@@ -97,6 +98,10 @@ TEST_F(Plans, TellWhatIsMadeOfEveryStream) {
         {"--preset ../streams.json ../many.mkv",
          "Notes\n Streams/3 is dropped: the input has no audio for it.\n Stream 1 of the input (video, ffv1) is left "
          "out.\n Stream 4 of the input (subtitles, ass) is left out.\n"},
+        {"mp4 ../song.mp3",
+         "Notes\n Streams/TypeId=video is dropped: the input has no video for it.\n Streams/TypeId=subtitle "},
+        {"mp4 ../song.mp3", "\n Stream 1 of the input (cover picture, png) is left out.\n"},
+        {"mp4 $clip --set Format/Container=mov", "Output\n mov, FFmpeg's muxer mov, global header\n"},
         {"--preset ../two.json $clip", " Streams/1 is dropped: the input has no video for it.\n"},
         {"bmp $clip", " holds one picture; it is the first of the input, unless a sequence is asked for.\n"},
         {"ipod $clip --audio mp3",

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
@@ -62,9 +63,8 @@ protected:
         const std::string command = in + KESTRO_PRESETS "'\n" + kPrelude + line + "\n";
         const int status = std::system(command.c_str());  // NOLINT(cert-env33-c): it is a shell's line that is meant
         Result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("../out"), Read("../err")};
-        for (const char c : result.out + result.err) {
-            EXPECT_TRUE(static_cast<unsigned char>(c) >= ' ' || c == '\n') << "raw control character: " << line;
-        }
+        const auto isControl = [](unsigned char c) { return (c < ' ' && c != '\n') || c == 0x7f; };
+        EXPECT_TRUE(std::ranges::none_of(result.out + result.err, isControl)) << "raw control characters: " << line;
         return result;
     }
     /// What a line that changes nothing left behind, be it now or before.
