@@ -17,6 +17,7 @@
 #include "Kestro/Planner/MakePlan.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/RuleTree.h"
+#include "Kestro/Proc/FindSetting.h"
 
 namespace {
 
@@ -52,7 +53,9 @@ void ShowSettings(const IDataHelper& helper, const std::string& node, const Prop
         if (value == nullptr || value->Count() > 0) continue;
         const Planner::Domain domain = Planner::DescribeDomain(*constraint);
         const char* widget = domain.isList ? "choice" : domain.min ? "slider" : "field ";
-        std::cout << "  [" << widget << "] " << key << ": " << PropertyValueToString(*value) << "   of "
+        const Kestro::Conf::SettingRecord* record = Kestro::Proc::FindSetting(key);
+        std::cout << "  [" << widget << "] " << (record != nullptr ? record->Label() : key) << ": "
+                  << PropertyValueToString(*value) << (record != nullptr ? " " + record->Unit() : "") << "   of "
                   << Planner::ListInWords(Planner::AllowedValues(domain)) << "\n";
     }
 }
