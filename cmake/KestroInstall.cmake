@@ -32,3 +32,11 @@ foreach(module IN LISTS modules)
     configure_file("${PROJECT_SOURCE_DIR}/packaging/${module}.pc.in" "${PROJECT_BINARY_DIR}/packaging/${module}.pc" @ONLY)
     install(FILES "${PROJECT_BINARY_DIR}/packaging/${module}.pc" DESTINATION "${pkgconfigDir}")
 endforeach()
+
+# What an application developer copies from.
+if(KESTRO_BUILD_PLANNER)
+    install(
+        DIRECTORY "${PROJECT_SOURCE_DIR}/examples"
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+        PATTERN build-and-run EXCLUDE)
+endif()

@@ -9,6 +9,7 @@
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
+#include "Kestro/Conf/StreamRecord.h"
 
 namespace Kestro::Conf {
 
@@ -16,41 +17,22 @@ namespace {
 
 constexpr const char* kSource = "Kestro/Conf/DataHelpers/DataHelperFormatBase";
 
-/// The words of a preset for the streams of one kind, and the failure where a container carries none.
-struct StreamKind {
-    Text typeId;
-    Text codecKey;
-    const char* notSet;
-};
-
-constexpr StreamKind kKinds[] = {
-    {IPreset::STREAM_TYPE_VIDEO, IPreset::KEY_FILTER_VIDEO_CODEC, "Video codecs constraint is not set"},
-    {IPreset::STREAM_TYPE_AUDIO, IPreset::KEY_FILTER_AUDIO_CODEC, "Audio codecs constraint is not set"},
-    {IPreset::STREAM_TYPE_SUBTITLES_TEXT, IPreset::KEY_FILTER_SUBTITLE_CODEC, "Subtitle codecs constraint is not set"},
-};
-
-/// The place of a kind in arrays with one entry for each kind.
+/// The place of a kind of stream in arrays with one entry for each.
 constexpr size_t IndexOf(StreamType type) { return static_cast<size_t>(type) - 1; }
 
-const StreamKind& Kind(StreamType type) { return kKinds[IndexOf(type)]; }
-
-/// The codec node of the first stream of that type, in a preset and in the format node that keeps its streams.
-std::string CodecPath(StreamType type) {
-    const StreamKind& kind = Kind(type);
-    return JoinPath(IPreset::KEY_STREAMS + IPreset::INDEX + kind.typeId.get(), kind.codecKey);
-}
+/// The failure where a container carries no such stream.
+constexpr const char* kNotSet[] = {"Video codecs constraint is not set", "Audio codecs constraint is not set",
+                                   "Subtitle codecs constraint is not set"};
 
 /// Where a rule of the container finds a setting.
-std::string RulePath(StreamType type, Node node, const std::string& tag) {
-    if (node == Node::InFormat) return JoinPath(JoinPath(IPreset::KEY_FORMAT, CodecPath(type)), tag);
-    return SettingPath(Kind(type).codecKey, node, tag);
+std::string RulePath(const StreamRecord& kind, Node node, const std::string& tag) {
+    if (node != Node::InFormat) return SettingPath(kind.codecKey, node, tag);
+    // Beside the codec's id, in the streams that the format node keeps.
+    const std::string id = kind.CodecIdPath();
+    return JoinPath(IPreset::KEY_FORMAT, id.substr(0, id.size() - LastSegment(id).size()) + tag);
 }
 
 }  // namespace
-
-std::string DataHelperFormatBase::CodecIdPath(StreamType type) {
-    return JoinPath(CodecPath(type), IFormatCodec::TAG_CODEC_ID);
-}
 
 DataHelperFormatBase::DataHelperFormatBase(const FormatSheet& sheet) : DataHelperFormatBase(sheet, sheet.container) {}
 
@@ -76,21 +58,23 @@ DataHelperFormatBase::DataHelperFormatBase(const FormatSheet& sheet, const std::
 void DataHelperFormatBase::AddStream(const StreamRow& row, Core::Property& streams) {
     const auto codecs = SetCodecConstraint(ToStrings(row.codecs), row.defaultCodec);
     codecs_[IndexOf(row.type)] = codecs;
-    constraints_[CodecIdPath(row.type)] = codecs;
+    const StreamRecord& kind = StreamRecord::Find(row.type);
+    constraints_[kind.CodecIdPath()] = codecs;
 
     Core::Property& stream = streams.SetChild(std::to_string(streams.Count()));
-    stream.SetChild(IPreset::KEY_TYPE_ID, Kind(row.type).typeId.get());
-    Core::Property& codec = stream.SetChild(Kind(row.type).codecKey);
+    stream.SetChild(IPreset::KEY_TYPE_ID, kind.typeId);
+    Core::Property& codec = stream.SetChild(kind.codecKey);
     codec.SetChild(IFormatCodec::TAG_CODEC_ID, row.defaultCodec.get());
     if (row.isCover) codec.SetChild(IFormatCodecVideo::TAG_COVER_FLAG, true);
 }
 
 void DataHelperFormatBase::AddRule(const FormatRuleRow& row) {
+    const StreamRecord& kind = StreamRecord::Find(row.type);
     boost::intrusive_ptr<IPropertyConstraint> condition = codecs_[IndexOf(row.type)];
     if (row.codecs.size() != 0) condition = MakeConstraint(Texts{row.codecs});
     rules_.emplace_back(Core::Property::SEPARATOR,
-                        PairValidationRule::Create(CodecIdPath(row.type), condition,
-                                                   RulePath(row.type, row.node, row.tag), MakeConstraint(row.allowed)));
+                        PairValidationRule::Create(kind.CodecIdPath(), condition, RulePath(kind, row.node, row.tag),
+                                                   MakeConstraint(row.allowed)));
 }
 
 boost::intrusive_ptr<ConstraintCodecs> DataHelperFormatBase::SetCodecConstraint(const std::vector<std::string>& codecs,
@@ -163,7 +147,7 @@ void DataHelperFormatBase::Correct(const std::vector<Correction>& corrections, C
 const boost::intrusive_ptr<ConstraintCodecs>& DataHelperFormatBase::CodecsConstraint(StreamType type,
                                                                                      const char* operation) const {
     const auto& codecs = codecs_[IndexOf(type)];
-    if (!codecs) ThrowHelper(Kind(type).notSet, {}, boost::source_location(kSource, __LINE__, operation));
+    if (!codecs) ThrowHelper(kNotSet[IndexOf(type)], {}, boost::source_location(kSource, __LINE__, operation));
     return codecs;
 }
 

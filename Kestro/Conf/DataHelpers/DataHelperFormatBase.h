@@ -19,9 +19,6 @@ namespace Kestro::Conf {
 /// root.
 class DataHelperFormatBase : public RefCounted<IDataHelper> {
 public:
-    /// The path of the codec id of a preset's first stream of that type, from the preset's root.
-    static std::string CodecIdPath(StreamType type);
-
     Core::Property GetDefaultSettings() const final;
     /// None: a container needs no filter.
     void GetRequiredFilters(FilterList& filters) const final;

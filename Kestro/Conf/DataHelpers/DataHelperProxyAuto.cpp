@@ -4,7 +4,6 @@
 
 #include "Kestro/Conf/DataHelpers/ConstraintRange.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
-#include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
 #include "Kestro/Conf/DataHelpers/FakeConstraintConsumer.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioResample.h"
@@ -12,6 +11,7 @@
 #include "Kestro/Conf/DataHelpers/Sheet.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/StreamRecord.h"
 #include "Kestro/Proc/SettingsFilterFrameRate.h"
 
 namespace Kestro::Conf {
@@ -47,7 +47,7 @@ private:
     ConstraintPtr own_;
 };
 
-const std::string kAudioCodecId = DataHelperFormatBase::CodecIdPath(StreamType::Audio);
+const std::string kAudioCodecId = StreamRecord::Find(StreamType::Audio).CodecIdPath();
 
 /// The text "automatic" that is added to the constraint of that key; null where none is.
 const std::string* AutomaticText(const std::string& key) {

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "Kestro/Conf/DataHelpers/FormatFacts.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
@@ -55,20 +56,18 @@ constexpr AVCodecID kMp4NotBefore60[] = {AV_CODEC_ID_MP2, AV_CODEC_ID_FLAC};
 // MP4 of one video and one audio stream for a player of before these.
 constexpr AVCodecID kPspNot[] = {AV_CODEC_ID_VP9,  AV_CODEC_ID_AV1,      AV_CODEC_ID_OPUS,        AV_CODEC_ID_MP2,
                                  AV_CODEC_ID_FLAC, AV_CODEC_ID_MOV_TEXT, AV_CODEC_ID_DVD_SUBTITLE};
-constexpr int64_t kMp4Mp3Rates[] = {16'000, 22'050, 24'000, 32'000, 44'100, 48'000};
-constexpr AudioLimits kMp4Limits[] = {{AV_CODEC_ID_MP3, kMp4Mp3Rates}};
+constexpr AudioLimits kMp4Limits[] = {{AV_CODEC_ID_MP3, kMp4Mp3SampleRates}};
 
 // ProRes as copied from a camera's file; FFmpeg's encoder prores_ks does not say all that MXF wants to know.
 constexpr AVCodecID kMxf[] = {AV_CODEC_ID_H264, AV_CODEC_ID_DVVIDEO, AV_CODEC_ID_JPEG2000, AV_CODEC_ID_PRORES,
                               AV_CODEC_ID_PCM_S24LE};
-constexpr int64_t kMxfRates[] = {48'000};
-constexpr AudioLimits kMxfLimits[] = {{AV_CODEC_ID_PCM_S24LE, kMxfRates}};
+constexpr AudioLimits kMxfLimits[] = {{AV_CODEC_ID_PCM_S24LE, k48kHz}};
 
 // Flash has a code for few rates; other PCM is read back as that of little endian.
 constexpr AVCodecID kFlvAlso[] = {AV_CODEC_ID_TEXT};
 constexpr AVCodecID kFlvNot[] = {AV_CODEC_ID_MPEG4, AV_CODEC_ID_H263, AV_CODEC_ID_PCM_S16BE};
-constexpr int64_t kFlashRates[] = {11'025, 22'050, 44'100};
-constexpr AudioLimits kFlvLimits[] = {{AV_CODEC_ID_PCM_U8, kFlashRates, 2}, {AV_CODEC_ID_PCM_S16LE, kFlashRates, 2}};
+constexpr AudioLimits kFlvLimits[] = {{AV_CODEC_ID_PCM_U8, kFlashSampleRates, 2},
+                                      {AV_CODEC_ID_PCM_S16LE, kFlashSampleRates, 2}};
 constexpr AVCodecID kSwf[] = {AV_CODEC_ID_MJPEG};
 
 constexpr AVCodecID kPictures[] = {
