@@ -201,7 +201,7 @@ private:
 
     /// What a stream that leaves its codec open is encoded with.
     std::string CodecInstead(const Property& stream, const StreamRecord& kind) const {
-        const std::string chosen = ChosenCodec(kind);
+        std::string chosen = ChosenCodec(kind);
         if (!chosen.empty()) return chosen;
         const Property* standard = defaults_.FindByPath(kind.CodecIdPath());
         if (standard != nullptr) return standard->GetString();

@@ -167,7 +167,7 @@ void CheckPicture(const PlannedStream& stream, const Property& codec) {
         if (!codec.ChildExists(child.Name())) ThrowInvalid(child.Name() + " is missing");
         check(codec[child.Name()].GetInt64());
     }
-    const double shape = boost::rational_cast<double>(stream.source.sampleAspectRatio);
+    const auto shape = boost::rational_cast<double>(stream.source.sampleAspectRatio);
     if (shape <= 0.0 || shape > kMost || shape < 1.0 / kMost) ThrowInvalid("a sample aspect ratio is out of range");
 }
 

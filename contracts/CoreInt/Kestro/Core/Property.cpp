@@ -120,7 +120,8 @@ Property& Property::SetChild(const std::string& name, const std::string& value) 
 Property& Property::SetChild(const std::string& name, const Property& value) { return SetChild(name, Property(value)); }
 
 Property& Property::SetChild(const std::string& name, Property&& value) {
-    const std::string key = name;  // It may be the name or the text of the value, which goes when that is moved.
+    // It may be the name or the text of the value, which goes when that is moved.
+    const std::string key = name;  // NOLINT(performance-unnecessary-copy-initialization)
     Property kept = IsBelow(value) ? Property(value) : Property(std::move(value));
     Property& child = Child(key);
     child.TakeData(kept);
