@@ -38,7 +38,7 @@ inline Property Scalar(const std::string& name, const std::string& text) {
     if (text == "true" || text == "false") return {name, text == "true"};
     if (text.starts_with('\'')) return {name, text.substr(1, text.size() - 2)};
     const bool isNumber = text.find_first_not_of("-0123456789./") == std::string::npos;
-    const Property value(name, text);
+    Property value(name, text);
     if (!isNumber) return value;
     if (text.find('/') != std::string::npos) return {name, value.GetRatio()};
     if (text.find('.') != std::string::npos) return {name, value.GetDouble()};
@@ -47,7 +47,7 @@ inline Property Scalar(const std::string& name, const std::string& text) {
 
 inline Property Take(std::string_view& rest) {  // NOLINT(misc-no-recursion)
     const auto cut = [&rest](const char* ends) {
-        const std::string text(rest.substr(0, rest.find_first_of(ends)));
+        std::string text(rest.substr(0, rest.find_first_of(ends)));
         rest.remove_prefix(text.size());
         return text;
     };

@@ -99,10 +99,11 @@ protected:
         setenv("SVT_LOG", "0", 1);
         if (!usual_.ChildExists(IFormatCodec::TAG_QUALITY))
             usual_.SetChild(IFormatCodec::TAG_QUALITY, IFormatCodec::MAX_QUALITY);
-        if (isAudio_)
+        if (isAudio_) {
             CollectSounds();
-        else
+        } else {
             CollectFrames();
+        }
         const auto first = std::ranges::find_if(sources_, [&](const Property& s) { return IsAccepted(usual_, s); });
         ASSERT_NE(first, sources_.end());
         usualSource_ = *first;

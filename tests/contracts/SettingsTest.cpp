@@ -25,7 +25,6 @@ namespace {
 using Conf::GetDefaultVideoBitrate;
 using Core::Dump;
 using Core::Property;
-using Core::TreeOf;
 using Fit = SettingsResizer::Fit;
 using Mode = SettingsResizer::FrameSizeMode;
 using Ratio = boost::rational<int64_t>;

@@ -15,9 +15,7 @@
 namespace Kestro::Planner {
 namespace {
 
-using Conf::IPreset;
 using Conf::StreamType;
-using ::testing::HasSubstr;
 
 /// A film with sound and a cover picture, as a probe finds it.
 MediaInfo Film() {
@@ -87,17 +85,17 @@ TEST(Plans, ThatAreDamagedOrHostileAreRefused) {
         ProblemCode code;
     } cases[] = {
         {"{", "", ProblemCode::InvalidJson},
-        {"\"duration\":5400.5", "\"duration\":\"long\"", ProblemCode::InvalidPlan},
-        {"\"demuxer\"", "\"demux\"", ProblemCode::InvalidPlan},
-        {"\"fps\":\"24000/1001\"", "\"fps\":\"24000/0\"", ProblemCode::InvalidPlan},
-        {"\"inputStream\":1", "\"inputStream\":3", ProblemCode::InvalidPlan},
-        {"\"container\":\"mp4\"", "\"container\":\"nope\"", ProblemCode::UnknownName},
-        {"\"container\":\"mp4\"", "\"container\":\"mov\"", ProblemCode::InvalidPlan},
-        {"\"Width\":", "\"Width\":true,\"W\":", ProblemCode::WrongType},
-        {"\"SampleFmt\":\"fltp\"", "\"SampleFmt\":\"s16,amovie=secret.wav\"", ProblemCode::InvalidPlan},
-        {"\"Scaler\":\"", "\"Scaler\":\"movie=secret.png,", ProblemCode::InvalidPlan},
-        {"\"Width\":", "\"Width\":0,\"BitsPerPixel\":", ProblemCode::InvalidPlan},
-        {"\"AspectY\":", "\"AspectY\":0,\"BitsPerPixel\":", ProblemCode::InvalidPlan},
+        {R"("duration":5400.5)", R"("duration":"long")", ProblemCode::InvalidPlan},
+        {R"("demuxer")", R"("demux")", ProblemCode::InvalidPlan},
+        {R"("fps":"24000/1001")", R"("fps":"24000/0")", ProblemCode::InvalidPlan},
+        {R"("inputStream":1)", R"("inputStream":3)", ProblemCode::InvalidPlan},
+        {R"("container":"mp4")", R"("container":"nope")", ProblemCode::UnknownName},
+        {R"("container":"mp4")", R"("container":"mov")", ProblemCode::InvalidPlan},
+        {R"("Width":)", R"("Width":true,"W":)", ProblemCode::WrongType},
+        {R"("SampleFmt":"fltp")", R"("SampleFmt":"s16,amovie=secret.wav")", ProblemCode::InvalidPlan},
+        {R"("Scaler":")", R"("Scaler":"movie=secret.png,)", ProblemCode::InvalidPlan},
+        {R"("Width":)", R"("Width":0,"BitsPerPixel":)", ProblemCode::InvalidPlan},
+        {R"("AspectY":)", R"("AspectY":0,"BitsPerPixel":)", ProblemCode::InvalidPlan},
     };
     for (const auto& [from, to, code] : cases) {
         SCOPED_TRACE(to);

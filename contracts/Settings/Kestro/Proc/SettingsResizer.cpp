@@ -22,8 +22,8 @@ int64_t CustomSide(int64_t asked, int64_t source) { return asked > 0 ? EvenSide(
 
 // The same of a length that is no whole number.
 int64_t EvenSide(double length) {
-    const double pairs = std::ceil(length / 2.0 - 0.5);
-    return 2 * static_cast<int64_t>(std::clamp(pairs, 1.0, static_cast<double>(SettingsResizer::MAX_SIDE / 2)));
+    const double side = 2.0 * std::ceil(length / 2.0 - 0.5);
+    return static_cast<int64_t>(std::clamp<double>(side, SettingsResizer::MIN_SIDE, SettingsResizer::MAX_SIDE));
 }
 
 // The frame of square pixels that was asked for; a side that was not follows from the picture's shape.
