@@ -27,8 +27,8 @@ struct Subject {
     }
     Subject(const std::string& type, const std::string& called) : Subject(CreateDataHelper(type, called), called) {}
 
-    /// The constraint of what the first rule on that setting demands; null without one.
-    boost::intrusive_ptr<IPropertyConstraint> Demand(const std::string& path) const {
+    /// The constraint that the first rule on that setting holds it to; null without one.
+    boost::intrusive_ptr<IPropertyConstraint> Requirement(const std::string& path) const {
         for (const auto& [key, rule] : rules) {
             if (rule->GetSecondName() == path) return rule->GetSecondConstraint();
         }

@@ -209,7 +209,7 @@ protected:
     const std::map<std::string, boost::intrusive_ptr<IPropertyConstraint>> accepted_ = [this] {
         std::map<std::string, boost::intrusive_ptr<IPropertyConstraint>> accepted;
         for (const char* tag : {"SampleRate", "SampleFmt", "Layout"}) {
-            if (const auto allowed = subject_.Demand(std::string("AudioResample/Resampler/") + tag))
+            if (const auto allowed = subject_.Requirement(std::string("AudioResample/Resampler/") + tag))
                 accepted[tag] = allowed;
         }
         return accepted;

@@ -70,7 +70,7 @@ inline Property SourceValues(const Subject& subject) {
     for (const Property& sound :
          {Property("SampleRate", 48000), Property("Layout", "stereo"), Property("SampleFmt", "s16")}) {
         Property& value = node.SetChild(sound.Name(), sound);
-        const auto allowed = subject.Demand("AudioResample/Resampler/" + sound.Name());
+        const auto allowed = subject.Requirement("AudioResample/Resampler/" + sound.Name());
         if (allowed != nullptr && !allowed->IsValid(value)) value.CopyDataFrom(*Described(*allowed).begin());
     }
     return node;

@@ -244,7 +244,7 @@ TEST(AutomaticHelper, OffersTheAutomaticValueFirst) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name + std::string(" ") + row.path);
-        const auto constraint = Subject(CreateDataHelperAuto(row.type, row.name)).Demand(row.path);
+        const auto constraint = Subject(CreateDataHelperAuto(row.type, row.name)).Requirement(row.path);
         ASSERT_TRUE(constraint);
         Property kept = row.automatic;
         EXPECT_TRUE(constraint->IsValid(kept) && constraint->CorrectValue(kept) && kept == row.automatic);
@@ -256,7 +256,7 @@ TEST(AutomaticHelper, OffersTheAutomaticValueFirst) {
     EXPECT_EQ(Names(*mp4.constraints.at("Streams/TypeId=audio/AudioCodec/CodecId")), "auto aac ac3 dts mp3 ");
     EXPECT_EQ(Names(*Subject(CreateDataHelperAuto("AudioCodec", "mp3")).constraints.at("RateControl")),
               "cbr_auto cbr vbr ");
-    const auto rates = Subject(CreateDataHelperAuto("AudioCodec", "mp2")).Demand(kRate);
+    const auto rates = Subject(CreateDataHelperAuto("AudioCodec", "mp2")).Requirement(kRate);
     EXPECT_NE(rates->GetDescription("SampleRate").find(": Auto 32000 "), std::string::npos);
     // Whatever the helper: its own choices stay, in their order, and nothing else changes.
     for (const auto& [type, name] : AllKeys()) {
