@@ -19,15 +19,26 @@ extern "C" {
 #include "Kestro/FFWrapper/EncoderCapabilities.h"
 #include "Kestro/FFWrapper/EncoderRecord.h"
 
-#include "tests/Ffmpeg.h"
+#include "tools/muxers/Ffmpeg.h"
 
 namespace Kestro::Conf {
 namespace {
 
 using Core::Property;
-using Ffmpeg::Context;
-using Ffmpeg::Frame;
-using Ffmpeg::Packet;
+using Context = Measure::Ffmpeg::Encoder;
+using Measure::Ffmpeg::Frame;
+using Measure::Ffmpeg::Packet;
+using Measure::Ffmpeg::Parameters;
+
+/// FFmpeg's own decoder for what an opened encoder writes; null when it does not open.
+Context OpenDecoder(const AVCodecContext& encoder) {
+    const Parameters parameters(avcodec_parameters_alloc());
+    avcodec_parameters_from_context(parameters.get(), &encoder);
+    Context decoder(avcodec_alloc_context3(avcodec_find_decoder(encoder.codec_id)));
+    avcodec_parameters_to_context(decoder.get(), parameters.get());
+    if (avcodec_open2(decoder.get(), nullptr, nullptr) < 0) return nullptr;
+    return decoder;
+}
 
 /// What a profile is to FFmpeg.
 struct Profile {
@@ -302,7 +313,7 @@ std::optional<Encoded> Encode(const std::string& encoderName, const Property& co
         std::copy_n(header, size, context->extradata);
     }
     packets->emplace_back();
-    if (const Context decoder = Ffmpeg::OpenDecoder(*context)) Decode(*decoder, *packets, encoded);
+    if (const Context decoder = OpenDecoder(*context)) Decode(*decoder, *packets, encoded);
     return encoded;
 }
 
