@@ -11,6 +11,7 @@
 #include "Kestro/Conf/ChannelLayout.h"
 #include "Kestro/Conf/DataHelpers/FrameRates.h"
 #include "Kestro/Conf/DataHelpers/List.h"
+#include "Kestro/Conf/FrameSize.h"
 #include "Kestro/Conf/IDataHelper.h"
 #include "Kestro/Conf/IPropertyConstraint.h"
 #include "Kestro/Conf/SampleFormats.h"
@@ -81,10 +82,6 @@ struct SamplesOf {
     std::span<const SampleFormats> values;
 };
 /// Frames of one of these sizes, offered for the resizer's frame-size mode.
-struct FrameSize {
-    int64_t width;   ///< pixels
-    int64_t height;  ///< pixels
-};
 struct FrameSizes {
     std::span<const FrameSize> values;
 };

@@ -16,7 +16,7 @@ constexpr bool Same(int64_t a, int64_t b) { return a == b; }
 constexpr bool Same(ChannelLayout a, ChannelLayout b) { return a == b; }
 constexpr bool Same(SampleFormats a, SampleFormats b) { return a == b; }
 constexpr bool Same(const NamedInteger& a, const NamedInteger& b) { return a.value == b.value || Same(a.name, b.name); }
-constexpr bool Same(const FrameSize& a, const FrameSize& b) { return a.width == b.width && a.height == b.height; }
+constexpr bool Same(const FrameSize& a, const FrameSize& b) { return a == b; }
 constexpr bool Same(const FrameRate& a, const FrameRate& b) {
     return a.numerator * b.denominator == b.numerator * a.denominator;
 }
