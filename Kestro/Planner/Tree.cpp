@@ -1,5 +1,7 @@
 #include "Kestro/Planner/Tree.h"
 
+#include "Kestro/Conf/DataHelpers/SettingPath.h"
+
 namespace Kestro::Planner {
 
 using Kestro::PropertyTypes;
@@ -9,13 +11,9 @@ bool IsNode(const Property& property) {
     return property.Type() == PropertyTypes::Node || property.Type() == PropertyTypes::Empty;
 }
 
-std::string Below(const std::string& path, const std::string& name) {
-    return path.empty() ? name : path + Property::SEPARATOR + name;
-}
+std::string Below(const std::string& path, const std::string& name) { return Conf::JoinPath(path, name); }
 
-std::string LastSegment(const std::string& path) {
-    return path.substr(path.rfind(Property::SEPARATOR) + 1);  // npos + 1 is 0
-}
+std::string LastSegment(const std::string& path) { return std::string(Conf::LastSegment(path)); }
 
 std::vector<std::string> Segments(const std::string& path) {
     std::vector<std::string> segments;
