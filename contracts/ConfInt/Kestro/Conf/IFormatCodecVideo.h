@@ -19,7 +19,7 @@ public:
     /// Frame size in pixels, integers.
     static KESTRO_CONSTANT std::string TAG_WIDTH = "Width";
     static KESTRO_CONSTANT std::string TAG_HEIGHT = "Height";
-    /// Aspect ratio of the picture as it is shown, such as 16 and 9, integers.
+    /// Sample aspect ratio: the shape in which a pixel is shown, such as 16 and 15, integers.
     static KESTRO_CONSTANT std::string TAG_ASPECTX = "AspectX";
     static KESTRO_CONSTANT std::string TAG_ASPECTY = "AspectY";
     /// Frames per second, rational.
