@@ -29,7 +29,7 @@ const std::vector<AutomaticSetting>& AutomaticSettings() {
         keep(resampler, IFormatCodecAudio::TAG_SAMPLE_RATE);
         keep(resampler, IFormatCodecAudio::TAG_LAYOUT);
         keep(Kestro::Proc::IFilterFrameRate::CLASS_ID, IFormatCodecVideo::TAG_FPS);
-        for (const StreamRecord& kind : StreamRecord::Converted()) {
+        for (const StreamRecord& kind : StreamRecord::WithHelpers()) {
             all.push_back({Below(kind.codecKey, IFormatCodec::TAG_BITRATE_MODE),
                            Property({}, IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO)});
         }

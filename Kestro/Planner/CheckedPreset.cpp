@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "Kestro/Conf/IFormatCodec.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Core/PropertyValueToString.h"
@@ -11,6 +11,7 @@
 #include "Kestro/Planner/Collect.h"
 #include "Kestro/Planner/KnownSettings.h"
 #include "Kestro/Planner/Text.h"
+#include "Kestro/Planner/Tracks.h"
 #include "Kestro/Planner/Tree.h"
 
 namespace Kestro::Planner {
@@ -25,13 +26,17 @@ using Core::Property;
 const std::string& Separator() { return Property::SEPARATOR; }
 std::string ContainerPath() { return IPreset::KEY_FORMAT + Separator() + IFormatFile::TAG_CONTAINER; }
 
-/// What may stand in a stream whose type is not converted: its type and a codec's id.
-Property KnownUnconverted(const StreamRecord& kind) {
+/// What may stand in a stream without an encoder's settings; the values stand for the types.
+Property KnownWithoutEncoder(const StreamRecord& kind) {
     Property known;
     known.SetChild(IPreset::KEY_TYPE_ID, kind.typeId);
-    known.SetChild(kind.codecKey).SetChild(IFormatCodec::TAG_CODEC_ID, kind.typeId);
+    Property& codec = known.SetChild(kind.codecKey);
+    codec.SetChild(IFormatCodec::TAG_CODEC_ID, kind.typeId);
+    if (kind.type == Conf::StreamType::Video) codec.SetChild(Conf::IFormatCodecVideo::TAG_COVER_FLAG, true);
     return known;
 }
+
+bool IsCopy(const std::string& codec) { return codec == Preset::kCopy; }
 
 class Checker {
 public:
@@ -49,6 +54,7 @@ public:
             problems_.From([&] { AddStream(stream, number); });
             ++number;
         }
+        problems_.From([&] { CompleteTracks(preset_, defaults_, checked_.streams); });
         problems_.Throw();
         return std::move(checked_);
     }
@@ -114,7 +120,7 @@ private:
                                      .path = key + Separator() + stream.Name()});
             }
         }
-        for (const StreamRecord& kind : StreamRecord::Converted()) {
+        for (const StreamRecord& kind : StreamRecord::All()) {
             const std::string path = key + IPreset::INDEX + kind.typeId;
             if (!own && tree_.FindByPath(kind.CodecIdPath()) != nullptr) {
                 tree_.ChildByPath(Below(path, kind.codecKey)).RemoveChild(IFormatCodec::TAG_CODEC_ID);
@@ -163,7 +169,7 @@ private:
         }
         const std::string below = rest.substr(Separator().size());
         const StreamRecord* kind = StreamRecord::Find(TextAt(*stream, IPreset::KEY_TYPE_ID));
-        if (kind != nullptr && kind->IsConverted() && below == Below(kind->codecKey, IFormatCodec::TAG_CODEC_ID)) {
+        if (kind != nullptr && below == Below(kind->codecKey, IFormatCodec::TAG_CODEC_ID)) {
             // It decides which settings are known.
             Property& codec =
                 stream->ChildExists(kind->codecKey) ? (*stream)[kind->codecKey] : stream->SetChild(kind->codecKey);
@@ -196,7 +202,8 @@ private:
     /// The codec that was asked for by name beside the settings; may be empty.
     std::string ChosenCodec(const StreamRecord& kind) const {
         const Preset::Choice* chosen = preset_.Chosen(kind.type);
-        return chosen != nullptr && chosen->codec != IFormatCodec::CODEC_ID_AUTO ? chosen->codec : std::string();
+        const bool isName = chosen != nullptr && chosen->codec != IFormatCodec::CODEC_ID_AUTO && !IsCopy(chosen->codec);
+        return isName ? chosen->codec : std::string();
     }
 
     /// What a stream that leaves its codec open is encoded with.
@@ -213,8 +220,8 @@ private:
     const StreamRecord& KindOf(const Property& stream) const {
         const std::string typeId = TextAt(stream, IPreset::KEY_TYPE_ID);
         if (const StreamRecord* kind = StreamRecord::Find(typeId)) return *kind;
-        std::vector<std::string> types{StreamRecord::Find(Conf::StreamType::Subtitle).typeId};
-        for (const StreamRecord& kind : StreamRecord::Converted()) types.push_back(kind.typeId);
+        std::vector<std::string> types;
+        for (const StreamRecord& kind : StreamRecord::All()) types.push_back(kind.typeId);
         const std::string path = Below(Below(IPreset::KEY_STREAMS, stream.Name()), IPreset::KEY_TYPE_ID);
         throw NotAcceptable({.code = typeId.empty() ? ProblemCode::MissingSetting : ProblemCode::UnknownName,
                              .message = (typeId.empty() ? path + " must say what the stream is."
@@ -227,10 +234,14 @@ private:
 
     Property Known(const Property& stream) const {
         const StreamRecord& kind = KindOf(stream);
-        if (!kind.IsConverted()) return KnownUnconverted(kind);
         const std::string own = OwnCodec(stream, kind);
-        return KnownStreamSettings(kind,
-                                   *FindHelper(CodecsOf(kind.type), own.empty() ? CodecInstead(stream, kind) : own));
+        const bool isEncoded = kind.HasHelpers() && !IsCopy(own);
+        Property known =
+            isEncoded ? KnownStreamSettings(
+                            kind, *FindHelper(CodecsOf(kind.type), own.empty() ? CodecInstead(stream, kind) : own))
+                      : KnownWithoutEncoder(kind);
+        known.SetChild(PresetStream::kTracks, PresetStream::kAllTracks);
+        return known;
     }
 
     void AddStream(const Property& settings, std::size_t number) {
@@ -241,7 +252,9 @@ private:
                             .chosen = nullptr};
         ReadAutomatic(stream.settings);
         CheckSettings(stream.settings, Known(settings), Below(IPreset::KEY_STREAMS, std::to_string(number)));
-        if (stream.kind->IsConverted()) SetCodec(settings, stream);
+        stream.tracks = TextAt(stream.settings, PresetStream::kTracks);
+        stream.settings.RemoveChild(PresetStream::kTracks);
+        SetCodec(settings, stream);
         checked_.streams.push_back(std::move(stream));
     }
 
@@ -249,12 +262,15 @@ private:
         const StreamRecord& kind = *stream.kind;
         stream.chosen = preset_.Chosen(kind.type);
         stream.codecId = OwnCodec(settings, kind);
+        stream.isCopy = IsCopy(stream.chosen != nullptr ? stream.chosen->codec : stream.codecId);
+        if (!kind.HasHelpers() || IsCopy(stream.codecId)) return;
         const std::string chosen = ChosenCodec(kind);
         if (!stream.codecId.empty()) {
             if (!chosen.empty()) stream.codecId = chosen;  // Settings for another codec are the encoder's to refuse.
             return;
         }
         stream.codecId = CodecInstead(settings, kind);
+        stream.isOpen = chosen.empty();
         const bool isAutomatic =
             (stream.chosen != nullptr && chosen.empty()) ||
             TextAt(settings, Below(kind.codecKey, IFormatCodec::TAG_CODEC_ID)) == IFormatCodec::CODEC_ID_AUTO;

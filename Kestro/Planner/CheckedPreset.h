@@ -12,12 +12,21 @@ namespace Kestro::Planner {
 
 /// One output stream that a preset asks for.
 struct PresetStream {
+    // Beside the codec node and the filters: which of the input's streams it is made of.
+    static constexpr const char* kTracks = "Tracks";
+    static constexpr const char* kAllTracks = "all";
+    static constexpr const char* kNoTracks = "none";
+
     const Conf::StreamRecord* kind;
     std::string path;              ///< as the user writes it: "Streams/TypeId=audio"
     std::string codecId = {};      ///< the codec to encode with, of the registry
     Core::Property settings;       ///< as the preset has them: TypeId, codec node, filter nodes
     std::string chosenBecause;     ///< why that codec, when the preset leaves it open
     const Preset::Choice* chosen;  ///< the codec that was asked for beside the settings; may be null
+    bool isOpen = false;           ///< nobody names the codec
+    bool isCopy = false;           ///< the source's packets are asked for as they are
+    bool isImplied = false;        ///< the preset does not list it: it goes with what the preset lists
+    std::string tracks = {};       ///< as kTracks has it; empty: nothing is said
 };
 
 /// A preset with its changes: every setting is known to the helpers and of the right type.

@@ -5,6 +5,7 @@
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/FFWrapper/SubtitleKinds.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Probe.h"
 #include "Kestro/Planner/Text.h"
@@ -32,6 +33,7 @@ public:
 
     /// found: empty when it is not known.
     void Of(const char* what, const std::string& tag, const std::string& found) {
+        if (!codec_.ChildExists(tag)) return;
         const std::string planned = Core::PropertyValueToString(codec_[tag]);
         if (!found.empty() && planned != found) {
             differences_.push_back(name_ + what + " is " + found + ", not " + planned + " as planned.");
@@ -56,7 +58,7 @@ void CheckInstalled(const Plan& plan) {
                              .message = "The installed FFmpeg cannot write the container " + plan.container + "."});
     }
     for (const PlannedStream& stream : plan.streams) {
-        if (!stream.encoder.empty()) continue;
+        if (stream.isCopied || !stream.encoder.empty()) continue;
         throw NotAcceptable({.code = ProblemCode::NotInstalled,
                              .message = "The installed FFmpeg has no encoder for " + stream.codecId + ".",
                              .path = stream.path,
@@ -82,19 +84,24 @@ std::vector<std::string> Differences(const Plan& plan, const MediaInfo& written)
     for (std::size_t i = 0; i < plan.streams.size(); ++i) {
         const PlannedStream& planned = plan.streams[i];
         std::size_t found = 0;
-        while (found < taken.size() && (taken[found] || written.streams[found].type != planned.kind->type)) ++found;
+        const auto isPlanned = [&](const MediaStream& stream) {
+            return stream.type == planned.kind->type && (stream.isCover == planned.source.isCover || plan.IsPicture());
+        };
+        while (found < taken.size() && (taken[found] || !isPlanned(written.streams[found]))) ++found;
         if (found == taken.size()) ThrowStreams("no " + planned.kind->typeId + " stream for " + planned.path);
         taken[found] = true;
         const MediaStream& stream = written.streams[found];
         const Property& codec = plan.CodecSettings(i);
         Comparison compare(i, codec, differences);
-        compare.Of("codec", Conf::IFormatCodec::TAG_CODEC_ID, stream.codec);
+        if (FFWrapper::DescriptorName(planned.codecId) != stream.codec) {
+            compare.Of("codec", Conf::IFormatCodec::TAG_CODEC_ID, stream.codec);
+        }
         if (planned.kind->type == StreamType::Video) {
             compare.Of("width", IFormatCodecVideo::TAG_WIDTH, Known(stream.width));
             compare.Of("height", IFormatCodecVideo::TAG_HEIGHT, Known(stream.height));
             const bool hasRate = stream.fps > boost::rational<int64_t>(0) && !stream.isCover && !plan.IsPicture();
             compare.Of("frame rate", IFormatCodecVideo::TAG_FPS, hasRate ? RatioText(stream.fps) : std::string());
-        } else {
+        } else if (planned.kind->type == StreamType::Audio) {
             compare.Of("sample rate", IFormatCodecAudio::TAG_SAMPLE_RATE, Known(stream.sampleRate));
             // AC-3 does not tell speakers behind from those at the side.
             const bool isSame = planned.codecId == IFormatCodecAudio::CODEC_ID_AC3 &&

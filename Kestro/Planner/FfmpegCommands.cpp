@@ -4,6 +4,7 @@
 
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/EncoderOptions.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Probe.h"
@@ -29,6 +30,28 @@ Command InputArguments(const Plan& plan) {
     return arguments;
 }
 
+/// Options of a stream that is copied, or of subtitles.
+void AddPlainOptions(const Plan& plan, const PlannedStream& stream, const std::string& suffix, Command& arguments) {
+    arguments.insert(arguments.end(), {"-map", "0:" + std::to_string(stream.source.index), "-c" + suffix,
+                                       stream.isCopied ? "copy" : stream.encoder});
+    if (stream.source.isCover) arguments.insert(arguments.end(), {"-disposition" + suffix, "attached_pic"});
+    const std::string filter = FFWrapper::BitstreamFilter(plan.muxer, stream.codecId);
+    if (stream.isCopied && !filter.empty()) arguments.insert(arguments.end(), {"-bsf" + suffix, filter});
+}
+
+void AddStreamOptions(const Plan& plan, std::size_t index, const Pass& pass, Command& arguments) {
+    const PlannedStream& stream = plan.streams[index];
+    const std::string suffix = ":" + std::to_string(index);
+    if (stream.isCopied || !stream.kind->HasHelpers()) {
+        AddPlainOptions(plan, stream, suffix, arguments);
+    } else {
+        AddEncoderOptions(plan, index, index, pass, arguments);
+    }
+    if (!stream.source.title.empty() && FFWrapper::MuxerRecord::Find(plan.muxer).namesTracks) {
+        arguments.insert(arguments.end(), {"-metadata:s" + suffix, "handler_name=" + stream.source.title});
+    }
+}
+
 std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, const CommandOptions& options) {
     std::vector<Command> commands;
     const bool twoPass = Planner::IsTwoPass(plan);
@@ -44,10 +67,14 @@ std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, c
     }
     Command& last = commands.emplace_back(InputArguments(plan));
     const Pass pass = twoPass ? Pass{2, options.passDirectory} : Pass{};
-    for (std::size_t i = 0; i < plan.streams.size(); ++i) AddEncoderOptions(plan, i, i, pass, last);
-
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) AddStreamOptions(plan, i, pass, last);
+    // Told of one, FFmpeg leaves the marks of the others as they are in the input.
+    if (plan.streams.size() > 1) last.insert(last.end(), {"-disposition:0", "+default"});
+    for (const int attachment : plan.attachments) {
+        last.insert(last.end(), {"-map", "0:" + std::to_string(attachment), "-c:t", "copy"});
+    }
     if (Flag(plan.FormatSettings(), Conf::IFormatFile::TAG_PROGRESSIVE_READ) &&
-        FFWrapper::HasMovableIndex(plan.muxer)) {
+        FFWrapper::MuxerRecord::Find(plan.muxer).hasMovableIndex) {
         last.insert(last.end(), {"-movflags", "+faststart"});
     }
     if (options.isSequence) {

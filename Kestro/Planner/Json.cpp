@@ -15,17 +15,47 @@ std::string Dump(const Json& json) { return json.dump(-1, ' ', false, Json::erro
 
 Json OptionalJson(const std::optional<Property>& value) { return value ? TreeJson(*value) : Json(); }
 
+Json MasteringJson(const MasteringDisplay& mastering) {
+    return {{"chromaticities", mastering.chromaticities},
+            {"maxLuminance", mastering.maxLuminance},
+            {"minLuminance", mastering.minLuminance},
+            {"maxContentLight", mastering.maxContentLight},
+            {"maxAverageLight", mastering.maxAverageLight}};
+}
+
+Json VideoJson(const MediaStream& stream) {
+    Json json{{"width", stream.width},
+              {"height", stream.height},
+              {"sampleAspectRatio", RatioText(stream.sampleAspectRatio)},
+              {"fps", RatioText(stream.fps)},
+              {"bitDepth", stream.bitDepth}};
+    const auto addIfTold = [&json](const char* name, const std::string& value) {
+        if (!value.empty()) json[name] = value;
+    };
+    if (stream.hasAlpha) json["alpha"] = true;
+    if (stream.isInterlaced) json["interlaced"] = stream.isBottomFieldFirst ? "bottom" : "top";
+    addIfTold("primaries", stream.colour.primaries);
+    addIfTold("transfer", stream.colour.transfer);
+    addIfTold("matrix", stream.colour.matrix);
+    addIfTold("range", stream.colour.range);
+    if (stream.mastering) json["mastering"] = MasteringJson(*stream.mastering);
+    return json;
+}
+
 Json StreamJson(const MediaStream& stream) {
     Json json{{"index", stream.index}, {"type", TypeName(stream)}, {"codec", stream.codec}};
+    if (stream.codecTag != 0) json["tag"] = stream.codecTag;
+    if (!stream.language.empty()) json["language"] = stream.language;
+    if (!stream.title.empty()) json["title"] = stream.title;
+    if (stream.isDefault) json["default"] = true;
+    if (stream.isForced) json["forced"] = true;
     if (stream.type == StreamType::Video) {
-        json["width"] = stream.width;
-        json["height"] = stream.height;
-        json["sampleAspectRatio"] = RatioText(stream.sampleAspectRatio);
-        json["fps"] = RatioText(stream.fps);
+        json.update(VideoJson(stream));
     } else if (stream.type == StreamType::Audio) {
         json["sampleRate"] = stream.sampleRate;
         json["layout"] = stream.layout;
         json["sampleFormat"] = stream.sampleFormat;
+        if (stream.bitDepth > 0) json["bitDepth"] = stream.bitDepth;
     }
     return json;
 }
@@ -33,7 +63,8 @@ Json StreamJson(const MediaStream& stream) {
 Json MediaJson(const MediaInfo& media) {
     Json json{{"path", media.path},
               {"demuxer", media.demuxer},
-              {"duration", media.duration ? Json(*media.duration) : Json()}};
+              {"duration", media.duration ? Json(*media.duration) : Json()},
+              {"chapters", media.chapters}};
     Json& streams = json["streams"] = Json::array();
     for (const MediaStream& stream : media.streams) streams.push_back(StreamJson(stream));
     return json;
@@ -51,10 +82,12 @@ std::string ToJson(const Plan& plan) {
                            {"type", stream.kind->typeId},
                            {"inputStream", stream.source.index},
                            {"codec", stream.codecId},
+                           {"copied", stream.isCopied},
                            {"encoder", stream.encoder.empty() ? Json() : Json(stream.encoder)},
                            {"globalHeader", stream.globalHeader},
                            {"supported", stream.isSupported}});
     }
+    json["attachments"] = plan.attachments;
     json["settings"] = TreeJson(plan.settings);
     Json& choices = json["choices"] = Json::array();
     for (const Choice& choice : plan.choices) {

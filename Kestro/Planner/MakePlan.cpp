@@ -3,75 +3,38 @@
 #include <algorithm>
 
 #include "Kestro/Conf/DataHelpers/GlobalHeaderFunctions.h"
-#include "Kestro/Conf/IFormatCodecAudio.h"
-#include "Kestro/Conf/IFormatCodecVideo.h"
-#include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/CheckedPreset.h"
 #include "Kestro/Planner/Fits.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/StreamCopy.h"
 #include "Kestro/Planner/StreamPlanner.h"
+#include "Kestro/Planner/Subtitles.h"
 #include "Kestro/Planner/Text.h"
+#include "Kestro/Planner/Tracks.h"
 #include "Kestro/Planner/Tree.h"
 
 namespace Kestro::Planner {
 namespace {
 
-using Kestro::Conf::IFormatCodecVideo;
-using Kestro::Conf::IFormatFile;
 using Kestro::Conf::IPreset;
 using Kestro::Conf::StreamRecord;
 using Kestro::Conf::StreamType;
 using Kestro::Core::Property;
 
-bool WantsCover(const PresetStream& stream) {
-    const Property* flag =
-        stream.settings.FindByPath(stream.kind->codecKey + Property::SEPARATOR + IFormatCodecVideo::TAG_COVER_FLAG);
-    return flag != nullptr && flag->GetBool();
-}
-
-/// The first stream of the input that is of the wanted kind, not yet taken and not without a size or sample rate, as
-/// damaged ones are; null when there is none left.
-const MediaStream* TakeSource(const MediaInfo& input, const PresetStream& wanted, const Plan& plan) {
-    const bool cover = WantsCover(wanted);
-    for (const MediaStream& stream : input.streams) {
-        const auto isThis = [&](const PlannedStream& planned) { return planned.source.index == stream.index; };
-        if (IsUsable(stream) && stream.type == wanted.kind->type && stream.isCover == cover &&
-            std::ranges::none_of(plan.streams, isThis)) {
-            return &stream;
-        }
-    }
-    return nullptr;
-}
-
-void NoteLeftStreams(Plan& plan) {
-    for (const MediaStream& stream : plan.input.streams) {
-        const auto isThis = [&](const PlannedStream& planned) { return planned.source.index == stream.index; };
-        if (std::ranges::any_of(plan.streams, isThis)) continue;
-        plan.notes.push_back("Stream " + std::to_string(stream.index) + " of the input (" + TypeInWords(stream) + ", " +
-                             stream.codec + ") is left out.");
-    }
-}
-
 void CheckLimits(const CheckedPreset& preset, const Plan& plan) {
-    const Property defaults = preset.format->GetDefaultSettings();
-    for (const StreamRecord& kind : StreamRecord::Converted()) {
-        const std::string& tag =
-            kind.type == StreamType::Video ? IFormatFile::TAG_LIMITS_VIDEO : IFormatFile::TAG_LIMITS_AUDIO;
+    for (const StreamRecord& kind : StreamRecord::All()) {
         const auto isThis = [&kind](const PlannedStream& stream) { return stream.kind == &kind; };
         const auto count = std::ranges::count_if(plan.streams, isThis);
-        const std::string path = IFormatFile::TAG_LIMITS + Property::SEPARATOR + tag;
-        const Property* most = defaults.FindByPath(path);
-        const Property* asked = plan.FormatSettings().FindByPath(path);
-        if (most == nullptr || asked == nullptr) continue;
-        const int64_t limit = std::min(most->GetInt64(), asked->GetInt64());
-        if (count <= limit) continue;
+        const int64_t limit = StreamLimit(preset, plan.FormatSettings(), kind.type);
+        if (limit < 0 || count <= limit) continue;
         throw NotAcceptable(
             {.code = ProblemCode::TooManyStreams,
              .message = "Too many " + kind.typeId + " streams for the container " + preset.container + ".",
-             .path = IPreset::KEY_FORMAT + Property::SEPARATOR + path,
+             .path = Below(IPreset::KEY_FORMAT, LimitPath(kind.type)),
              .value = std::to_string(count),
              .allowed = {"up to " + std::to_string(limit)}});
     }
@@ -84,56 +47,148 @@ Property FormatNode(const CheckedPreset& preset) {
     return format;
 }
 
+/// One output stream: its settings go into the plan's, in the order of its streams.
+void AddStream(Plan& plan, PlannedStream stream, const Property& settings) {
+    Property& streams = plan.settings[IPreset::KEY_STREAMS];
+    streams.SetChild(std::to_string(streams.Count()), settings);
+    stream.isSupported = MuxerTakes(plan.muxer, settings[stream.kind->codecKey]);
+    plan.streams.push_back(std::move(stream));
+}
+
+void AddCopy(Plan& plan, const StreamRecord& kind, const MediaStream& source, const std::string& path,
+             const std::string& codecId) {
+    AddStream(plan,
+              {.kind = &kind,
+               .source = source,
+               .path = path,
+               .codecId = codecId,
+               .isCopied = true,
+               .encoder = {},
+               .globalHeader = false,
+               .isSupported = false},
+              CopiedNode(kind, source, codecId));
+}
+
+void AddSubtitles(const CheckedPreset& preset, const Track& track, Plan& plan) {
+    const SubtitleWay way = FindSubtitleWay(preset, *track.wanted, *track.source, plan.muxer);
+    AddCopy(plan, *track.wanted->kind, *track.source, track.wanted->path, way.codecId);
+    if (way.isCopied) return;
+    plan.streams.back().isCopied = false;
+    plan.streams.back().encoder = FFWrapper::EncoderNameFromCodecId(way.codecId);
+}
+
+std::string CodecPath(const PresetStream& stream) {
+    return Below(Below(stream.path, stream.kind->codecKey), Conf::IFormatCodec::TAG_CODEC_ID);
+}
+
+/// Whether the stream is copied; refused where that is asked for and cannot be done.
+bool IsCopied(const CheckedPreset& preset, const Track& track, const Plan& plan) {
+    if (!MayBeCopied(*track.wanted)) return false;
+    const std::string obstacle = CopyObstacle(preset, *track.wanted, *track.source, plan);
+    if (obstacle.empty() || !track.wanted->isCopy) return obstacle.empty();
+    throw NotAcceptable({.code = ProblemCode::CodecNotTaken,
+                         .message = "The " + track.wanted->kind->typeId + " cannot be copied: " + obstacle + ".",
+                         .path = CodecPath(*track.wanted),
+                         .value = Preset::kCopy,
+                         .allowed = {Conf::IFormatCodec::CODEC_ID_AUTO},
+                         .cause = obstacle,
+                         .wayOut = "leave the codec to the program, or take another container"});
+}
+
+void AddTrack(const CheckedPreset& preset, const Track& track, Plan& plan) {
+    const PresetStream& wanted = *track.wanted;
+    if (wanted.kind->type == StreamType::Subtitle) return AddSubtitles(preset, track, plan);
+    if (IsCopied(preset, track, plan)) {
+        AddCopy(plan, *wanted.kind, *track.source, wanted.path, track.source->codec);
+        const std::string why = "the container " + preset.container + " takes it as it is in the input";
+        Account account;
+        if (!wanted.isCopy) account.choices.push_back({CodecPath(wanted), Preset::kCopy, why});
+        plan.Add(account);
+        return;
+    }
+    const Property settled = StreamPlanner(preset, wanted, *track.source, plan).Settle();
+    AddStream(plan,
+              {.kind = wanted.kind,
+               .source = *track.source,
+               .path = wanted.path,
+               .codecId = wanted.codecId,
+               .isCopied = false,
+               .encoder = FFWrapper::EncoderNameFromCodecId(wanted.codecId),
+               .globalHeader = Kestro::Conf::CodecHasGlobalHeader(wanted.codecId),
+               .isSupported = false},
+              settled);
+}
+
+/// What a container keeps beside the streams that presets are for: cover pictures, and files such as fonts.
+void AddCompany(const CheckedPreset& preset, Tracks& tracks, Plan& plan) {
+    const FFWrapper::MuxerRecord& muxer = FFWrapper::MuxerRecord::Find(plan.muxer);
+    const bool hasOwnCovers = std::ranges::any_of(preset.streams, WantsCover);
+    const auto keeps = [&](const MediaStream& stream) {
+        if (stream.isAttachment) return muxer.hasAttachments;
+        return stream.isCover && muxer.hasCovers && !hasOwnCovers;
+    };
+    for (const MediaStream& stream : plan.input.streams) {
+        if (!tracks.left.contains(stream.index) || !keeps(stream)) continue;
+        if (stream.isAttachment) {
+            plan.attachments.push_back(stream.index);
+        } else {
+            const StreamRecord& video = StreamRecord::Find(StreamType::Video);
+            const Property node = CopiedNode(video, stream, stream.codec);
+            if (!MuxerTakes(plan.muxer, node[video.codecKey])) continue;
+            AddCopy(plan, video, stream, "Covers", stream.codec);
+        }
+        tracks.left.erase(stream.index);
+    }
+}
+
+/// Tells what of the input is not in the output, and why.
+void NoteLosses(const CheckedPreset& preset, const Tracks& tracks, Plan& plan) {
+    const FFWrapper::MuxerRecord& muxer = FFWrapper::MuxerRecord::Find(plan.muxer);
+    // A preset of a container's defaults asks for no stream in particular.
+    if (preset.isFromText) plan.notes.insert(plan.notes.end(), tracks.unmatched.begin(), tracks.unmatched.end());
+    for (const MediaStream& stream : plan.input.streams) {
+        const auto left = tracks.left.find(stream.index);
+        if (left == tracks.left.end()) continue;
+        plan.notes.push_back(InWords(stream) + " is left out: " + left->second + ".");
+    }
+    if (plan.input.chapters > 0 && !muxer.hasChapters) {
+        plan.notes.push_back("The input's " + std::to_string(plan.input.chapters) +
+                             " chapters are left out: the container " + preset.container + " keeps none.");
+    }
+    const bool hasLanguages = std::ranges::any_of(plan.streams, [](const PlannedStream& stream) {
+        return !stream.source.language.empty() && stream.source.language != "und";
+    });
+    if (hasLanguages && !muxer.hasLanguages) {
+        plan.notes.push_back("The languages of the streams are left out: the container " + preset.container +
+                             " keeps none.");
+    }
+}
+
 Plan Settle(const MediaInfo& input, const Preset& asked) {
     const CheckedPreset preset = Checked(asked);
-    Plan plan{.input = input,
-              .container = preset.container,
-              .muxer = {},
-              .globalHeader = Kestro::Conf::FormatHasGlobalHeader(preset.container),
-              .settings = {},
-              .streams = {},
-              .choices = {},
-              .corrections = {},
-              .notes = {}};
+    Plan plan;
+    plan.input = input;
+    plan.container = preset.container;
+    plan.globalHeader = Kestro::Conf::FormatHasGlobalHeader(preset.container);
     plan.settings.SetChild(IPreset::KEY_FORMAT, FormatNode(preset));
     plan.settings.SetChild(IPreset::KEY_STREAMS);
     plan.muxer = FFWrapper::MuxerName(plan.FormatSettings());
 
-    for (const PresetStream& stream : preset.streams) {
-        if (!stream.kind->IsConverted()) {
-            plan.notes.push_back(stream.path + " is passed over: subtitles are not converted.");
-            continue;
-        }
-        const MediaStream* source = TakeSource(plan.input, stream, plan);
-        if (source == nullptr) {
-            plan.notes.push_back(stream.path + " is dropped: the input has no " +
-                                 (WantsCover(stream) ? "cover picture" : stream.kind->typeId) + " for it.");
-            continue;
-        }
-        const Property settled = StreamPlanner(preset, stream, *source, plan).Settle();
-        Property& streams = plan.settings[IPreset::KEY_STREAMS];
-        streams.SetChild(std::to_string(streams.Count()), settled);
-        const Property& codec = settled[stream.kind->codecKey];
-        plan.streams.push_back({.kind = stream.kind,
-                                .source = *source,
-                                .path = stream.path,
-                                .codecId = stream.codecId,
-                                .encoder = Kestro::FFWrapper::EncoderNameFromCodecId(stream.codecId),
-                                .globalHeader = Kestro::Conf::CodecHasGlobalHeader(stream.codecId),
-                                .isSupported = MuxerTakes(plan.muxer, codec)});
-    }
+    Tracks tracks = ChooseTracks(preset, plan.input, plan.FormatSettings(), plan.muxer);
+    for (const Track& track : tracks.taken) AddTrack(preset, track, plan);
     if (plan.streams.empty()) {
         throw NotAcceptable(
             {.code = ProblemCode::NothingToConvert,
-             .message = "Nothing of " + Printable(input.path) + " is left to convert. " + Join(plan.notes, " "),
+             .message = "Nothing of " + Printable(input.path) + " is left to convert. " + Join(tracks.unmatched, " "),
              .path = IPreset::KEY_STREAMS});
     }
     CheckLimits(preset, plan);
+    AddCompany(preset, tracks, plan);
     if (plan.IsPicture()) {
         plan.notes.push_back("The container " + preset.container +
                              " holds one picture; it is the first of the input, unless a sequence is asked for.");
     }
-    NoteLeftStreams(plan);
+    NoteLosses(preset, tracks, plan);
     return plan;
 }
 

@@ -16,6 +16,8 @@ struct Choice {
     std::string path;
     std::string value;
     std::string reason;
+
+    bool operator==(const Choice&) const = default;
 };
 
 /// A value that was not accepted, and what took its place.
@@ -24,6 +26,18 @@ struct Correction {
     std::optional<Kestro::Core::Property> before;  ///< none: the setting was absent
     std::optional<Kestro::Core::Property> after;   ///< none: the setting is gone
     std::string reason;
+
+    bool operator==(const Correction&) const = default;
+};
+
+/// How settings came about: of one stream, or of a whole conversion.
+struct Account {
+    std::vector<Choice> choices;
+    std::vector<Correction> corrections;
+    std::vector<std::string> notes;
+
+    /// Adds what is not there yet: tracks that are made alike have much to tell in common.
+    void Add(const Account& other);
 };
 
 /// One stream of the output.
@@ -32,13 +46,14 @@ struct PlannedStream {
     MediaStream source;
     std::string path;  ///< of its settings in the preset: "Streams/TypeId=audio"
     std::string codecId;
-    std::string encoder;  ///< FFmpeg's name; empty when the installed FFmpeg has none
+    bool isCopied;        ///< the source's packets go into the output as they are
+    std::string encoder;  ///< FFmpeg's name; empty when the stream is copied, or the installed FFmpeg has none
     bool globalHeader;    ///< the encoder writes its extradata into the container's header
     bool isSupported;     ///< the container's muxer stores the codec
 };
 
 /// What a conversion will do: the settings that it uses and how they came about.
-struct KESTRO_PLANNER_API Plan {
+struct KESTRO_PLANNER_API Plan : Account {
     MediaInfo input;
     std::string container;
     std::string muxer;  ///< FFmpeg's, of that container
@@ -46,9 +61,7 @@ struct KESTRO_PLANNER_API Plan {
     /// { Format, Streams { 0 … } }: a child of Streams for each of `streams`, in that order.
     Kestro::Core::Property settings;
     std::vector<PlannedStream> streams;
-    std::vector<Choice> choices;
-    std::vector<Correction> corrections;
-    std::vector<std::string> notes;
+    std::vector<int> attachments;  ///< the input's streams that are files, such as fonts, and are kept
 
     const Kestro::Core::Property& FormatSettings() const;
     /// The codec node of a stream: the values that the output has.

@@ -11,6 +11,7 @@
 #include "Kestro/Planner/JsonTree.h"
 #include "Kestro/Planner/KnownSettings.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/StreamCopy.h"
 #include "Kestro/Planner/Text.h"
 #include "Kestro/Planner/Tree.h"
 
@@ -49,6 +50,12 @@ public:
         if (Member(name).is_null()) return std::nullopt;
         return Read<Value>(name);
     }
+    /// A member that is left out where it says nothing.
+    template <class Value>
+    Value ReadOr(const char* name, Value otherwise) const {
+        return Has(name) ? Read<Value>(name) : otherwise;
+    }
+    bool Has(const char* name) const { return json_.contains(name); }
     Property::Ratio ReadRatio(const char* name) const {
         try {
             return Property({}, Read<std::string>(name)).GetRatio();
@@ -83,22 +90,49 @@ private:
     std::string path_;
 };
 
+void ReadVideo(const Reader& json, MediaStream& stream) {
+    stream.width = json.Read<int64_t>("width");
+    stream.height = json.Read<int64_t>("height");
+    stream.sampleAspectRatio = json.ReadRatio("sampleAspectRatio");
+    stream.fps = json.ReadRatio("fps");
+    stream.bitDepth = json.Read<int64_t>("bitDepth");
+    stream.hasAlpha = json.ReadOr("alpha", false);
+    stream.isInterlaced = json.Has("interlaced");
+    stream.isBottomFieldFirst = stream.isInterlaced && json.Read<std::string>("interlaced") == "bottom";
+    const std::string none;
+    stream.colour = {.primaries = json.ReadOr("primaries", none),
+                     .transfer = json.ReadOr("transfer", none),
+                     .matrix = json.ReadOr("matrix", none),
+                     .range = json.ReadOr("range", none)};
+    if (!json.Has("mastering")) return;
+    const Reader mastering = json.Object("mastering");
+    stream.mastering = {.chromaticities = mastering.Read<std::array<int64_t, 8>>("chromaticities"),
+                        .maxLuminance = mastering.Read<int64_t>("maxLuminance"),
+                        .minLuminance = mastering.Read<int64_t>("minLuminance"),
+                        .maxContentLight = mastering.Read<int64_t>("maxContentLight"),
+                        .maxAverageLight = mastering.Read<int64_t>("maxAverageLight")};
+}
+
 MediaStream ReadStream(const Reader& json) {
     MediaStream stream{.index = json.Read<int>("index"), .type = {}, .codec = json.Read<std::string>("codec")};
     const auto type = json.Read<std::string>("type");
     const StreamRecord* kind = StreamRecord::Find(type);
+    stream.codecTag = json.ReadOr("tag", int64_t{0});
+    stream.language = json.ReadOr("language", std::string());
+    stream.title = json.ReadOr("title", std::string());
+    stream.isDefault = json.ReadOr("default", false);
+    stream.isForced = json.ReadOr("forced", false);
     stream.isCover = type == "cover";
+    stream.isAttachment = type == "attachment";
     if (kind != nullptr) stream.type = kind->type;
     if (stream.isCover) stream.type = StreamType::Video;
     if (stream.type == StreamType::Video) {
-        stream.width = json.Read<int64_t>("width");
-        stream.height = json.Read<int64_t>("height");
-        stream.sampleAspectRatio = json.ReadRatio("sampleAspectRatio");
-        stream.fps = json.ReadRatio("fps");
+        ReadVideo(json, stream);
     } else if (stream.type == StreamType::Audio) {
         stream.sampleRate = json.Read<int64_t>("sampleRate");
         stream.layout = json.Read<std::string>("layout");
         stream.sampleFormat = json.Read<std::string>("sampleFormat");
+        stream.bitDepth = json.ReadOr("bitDepth", int64_t{0});
     }
     return stream;
 }
@@ -107,6 +141,7 @@ MediaInfo ReadMedia(const Reader& json) {
     MediaInfo media{.path = json.Read<std::string>("path"),
                     .demuxer = json.Read<std::string>("demuxer"),
                     .duration = json.ReadOptional<double>("duration"),
+                    .chapters = json.Read<int>("chapters"),
                     .streams = {}};
     json.ForEach("streams", [&](const Reader& stream) { media.streams.push_back(ReadStream(stream)); });
     return media;
@@ -125,7 +160,7 @@ void TakeTypes(Property& settings, const Property& known, const std::string& pat
 PlannedStream ReadPlanned(const Reader& json, const MediaInfo& input) {
     const auto type = json.Read<std::string>("type");
     const StreamRecord* kind = StreamRecord::Find(type);
-    if (kind == nullptr || !kind->IsConverted()) ThrowInvalid("\"" + Printable(type) + "\" is no type of stream");
+    if (kind == nullptr) ThrowInvalid("\"" + Printable(type) + "\" is no type of stream");
     const int index = json.Read<int>("inputStream");
     const auto source = std::ranges::find(input.streams, index, &MediaStream::index);
     if (source == input.streams.end() || source->type != kind->type || !IsUsable(*source)) {
@@ -135,6 +170,7 @@ PlannedStream ReadPlanned(const Reader& json, const MediaInfo& input) {
             .source = *source,
             .path = json.Read<std::string>("path"),
             .codecId = json.Read<std::string>("codec"),
+            .isCopied = json.Read<bool>("copied"),
             .encoder = json.ReadOptional<std::string>("encoder").value_or(std::string()),
             .globalHeader = json.Read<bool>("globalHeader"),
             .isSupported = json.Read<bool>("supported")};
@@ -171,6 +207,14 @@ void CheckPicture(const PlannedStream& stream, const Property& codec) {
     if (shape <= 0.0 || shape > kMost || shape < 1.0 / kMost) ThrowInvalid("a sample aspect ratio is out of range");
 }
 
+/// What may stand in the settings of a stream; the values stand for the types.
+Property KnownOf(const PlannedStream& stream) {
+    if (stream.isCopied || !stream.kind->HasHelpers()) return CopiedNode(*stream.kind, stream.source, stream.codecId);
+    Property known = KnownStreamSettings(*stream.kind, *FindHelper(CodecsOf(stream.kind->type), stream.codecId));
+    Complete(known[stream.kind->codecKey], OfSource(stream.kind->type));
+    return known;
+}
+
 /// The codec settings of a plan hold what the stream has in the end, beyond what presets may hold.
 void ReadTypes(Plan& plan) {
     const HelperPtr format = FindHelper(kFormats, plan.container);
@@ -182,8 +226,7 @@ void ReadTypes(Plan& plan) {
     for (std::size_t i = 0; i < plan.streams.size(); ++i) {
         const PlannedStream& stream = plan.streams[i];
         Property& settings = plan.settings[IPreset::KEY_STREAMS][std::to_string(i)];
-        Property known = KnownStreamSettings(*stream.kind, *FindHelper(CodecsOf(stream.kind->type), stream.codecId));
-        Complete(known[stream.kind->codecKey], OfSource(stream.kind->type));
+        const Property known = KnownOf(stream);
         if (!settings.ChildExists(stream.kind->codecKey)) ThrowInvalid(stream.path + " has no codec");
         for (const Property& child : settings) {
             if (!known.ChildExists(child.Name())) ThrowInvalid("there is no " + Printable(child.Name()));
@@ -206,17 +249,15 @@ Plan PlanFromJson(const std::string& text) {
         throw NotAcceptable({.code = ProblemCode::InvalidJson, .message = "It is no plan: it is no JSON text."});
     }
     const Reader reader(json, "plan");
-    Plan plan{.input = ReadMedia(reader.Object("input")),
-              .container = reader.Read<std::string>("container"),
-              .muxer = {},
-              .globalHeader = reader.Read<bool>("globalHeader"),
-              .settings = reader.ReadTree("settings"),
-              .streams = {},
-              .choices = {},
-              .corrections = {},
-              .notes = reader.Read<std::vector<std::string>>("notes")};
+    Plan plan;
+    plan.input = ReadMedia(reader.Object("input"));
+    plan.container = reader.Read<std::string>("container");
+    plan.globalHeader = reader.Read<bool>("globalHeader");
+    plan.settings = reader.ReadTree("settings");
+    plan.notes = reader.Read<std::vector<std::string>>("notes");
     reader.ForEach("streams", [&](const Reader& stream) { plan.streams.push_back(ReadPlanned(stream, plan.input)); });
     if (plan.streams.empty()) ThrowInvalid("it has no streams");
+    plan.attachments = reader.Read<std::vector<int>>("attachments");
     reader.ForEach("choices", [&](const Reader& choice) {
         plan.choices.push_back(
             {choice.Read<std::string>("path"), choice.Read<std::string>("value"), choice.Read<std::string>("reason")});

@@ -30,6 +30,11 @@ Preset& Preset::Choose(Conf::StreamType type, std::string codec, std::string by)
     return *this;
 }
 
+Preset& Preset::ChooseTracks(Conf::StreamType type, std::string tracks) {
+    tracks_[type] = std::move(tracks);
+    return *this;
+}
+
 Preset& Preset::Set(std::string path, std::string value) {
     changes_.push_back({std::move(path), std::move(value)});
     return *this;

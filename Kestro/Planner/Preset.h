@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -14,12 +15,16 @@ namespace Kestro::Planner {
 /// is told by Check and MakePlan, all at once, so changes may come in any order.
 ///
 ///     Format { Container, ... }
-///     Streams { 0 { TypeId, codec node, filter nodes }, 1 { ... } }      left out: the container's default streams
+///     Streams { 0 { TypeId, codec node, filter nodes, Tracks }, 1 { ... } }   left out: the container's default
+///     streams
 ///
 /// Paths are those of the tree, `/` between the names; a stream is named by its number or, the first of its type, as
 /// `TypeId=video`: `Streams/TypeId=video/VideoCodec/BitRate`.
 class KESTRO_PLANNER_API Preset {
 public:
+    /// In place of a codec's id: the input's stream as it is, without encoding it again.
+    static constexpr const char* kCopy = "copy";
+
     /// A codec that is asked for beside the settings.
     struct Choice {
         Conf::StreamType type;
@@ -33,9 +38,14 @@ public:
     /// The container with its default settings.
     static Preset OfContainer(const std::string& container);
 
-    /// The codec of the streams of that type that leave theirs open: a name, or "auto" for the container's default.
+    /// The codec of the streams of that type that leave theirs open: a name, kCopy, or "auto": the input's stream is
+    /// copied where the container takes it, or else the container's default encodes it. Without a word it is "auto".
     /// by: what messages and reasons call this wish ("asked for by ...").
     Preset& Choose(Conf::StreamType type, std::string codec, std::string by = "the application");
+
+    /// Which of the input's streams of that type are converted: "all", "none", or their places among those of the type
+    /// and languages: "1,3", "eng". Without a word the preset's streams decide: one stands for all of its type.
+    Preset& ChooseTracks(Conf::StreamType type, std::string tracks);
 
     /// Changes or adds one setting. The value is read as the type that the setting has; "auto" leaves it to the
     /// planner.
@@ -47,6 +57,7 @@ public:
     const std::vector<Change>& Changes() const { return changes_; }
     /// Null when none was chosen.
     const Choice* Chosen(Conf::StreamType type) const;
+    const std::map<Conf::StreamType, std::string>& ChosenTracks() const { return tracks_; }
 
 private:
     Preset() = default;
@@ -55,6 +66,7 @@ private:
     Core::Property settings_;  ///< without the changes
     std::vector<Change> changes_;
     std::vector<Choice> choices_;
+    std::map<Conf::StreamType, std::string> tracks_;
 };
 
 /// All that is wrong with a preset whatever it is used for: unknown settings and names, values of another type, for

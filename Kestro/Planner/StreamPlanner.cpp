@@ -51,7 +51,7 @@ Property StreamPlanner::Settle() {
     FitUnasked(settings_, requirements_, node, true);
     CheckAll();
     SetSampleAspectRatioForTelevision();
-    settings_.Tell(plan_);
+    plan_.Add(settings_.Tell());
     return settings_.Node();
 }
 

@@ -30,10 +30,10 @@ bool IsCorrection(Origin origin) {
 }
 
 /// The last choice for a setting is the one that counts.
-void AddChoice(Plan& plan, const Choice& choice) {
-    const auto earlier = std::ranges::find(plan.choices, choice.path, &Choice::path);
-    if (earlier == plan.choices.end()) {
-        plan.choices.push_back(choice);
+void AddChoice(Account& account, const Choice& choice) {
+    const auto earlier = std::ranges::find(account.choices, choice.path, &Choice::path);
+    if (earlier == account.choices.end()) {
+        account.choices.push_back(choice);
     } else {
         *earlier = choice;
     }
@@ -165,16 +165,17 @@ Property StreamSettings::Node() const {
 
 Property StreamSettings::RuleTree() const { return Planner::RuleTree(format_, Node()); }
 
-void StreamSettings::Tell(Plan& plan) const {
+Account StreamSettings::Tell() const {
+    Account account;
     for (const Step& step : steps_) {
         const std::string path = UserPath(step.path);
         if (IsChoice(step.origin) && !step.reason.empty() && step.after) {
-            AddChoice(plan, {path, PropertyValueToString(*step.after), step.reason});
+            AddChoice(account, {path, PropertyValueToString(*step.after), step.reason});
         }
         if (!IsCorrection(step.origin) || step.reason.empty()) continue;
-        const auto earlier = std::ranges::find(plan.corrections, path, &Correction::path);
-        if (earlier == plan.corrections.end()) {
-            plan.corrections.push_back({path, step.before, step.after, step.reason});
+        const auto earlier = std::ranges::find(account.corrections, path, &Correction::path);
+        if (earlier == account.corrections.end()) {
+            account.corrections.push_back({path, step.before, step.after, step.reason});
         } else {
             // Moved twice: the user sees where it came from and where it went.
             earlier->after = step.after;
@@ -182,36 +183,37 @@ void StreamSettings::Tell(Plan& plan) const {
         }
     }
     const Property settled = Node();
-    TellOpen(plan, settled);
-    TellUnused(plan, settled);
+    TellOpen(account, settled);
+    TellUnused(account, settled);
+    return account;
 }
 
-void StreamSettings::TellOpen(Plan& plan, const Property& settled) const {
+void StreamSettings::TellOpen(Account& account, const Property& settled) const {
     for (const AutomaticSetting& setting : AutomaticSettings()) {
         const Property* value = settled.FindByPath(setting.path);
         if (!IsOpen(setting.path) || value == nullptr) continue;
         const std::string path = UserPath(setting.path);
         const Property* input = OfInput(setting.path);
-        const auto told = std::ranges::find(plan.choices, path, &Choice::path);
-        std::string reason = told != plan.choices.end() ? told->reason : "what the stream's other settings ask for";
+        const auto told = std::ranges::find(account.choices, path, &Choice::path);
+        std::string reason = told != account.choices.end() ? told->reason : "what the stream's other settings ask for";
         if (input != nullptr && *input == *value) reason = "the input has " + PropertyValueToString(*value);
-        AddChoice(plan, {path, PropertyValueToString(*value), "auto: " + reason});
+        AddChoice(account, {path, PropertyValueToString(*value), "auto: " + reason});
     }
 }
 
-void StreamSettings::TellUnused(Plan& plan, const Property& settled) const {
+void StreamSettings::TellUnused(Account& account, const Property& settled) const {
     ForEachValue(stream_.settings, {}, [&](const std::string& path, const Property& value) {
         const Property* final = settled.FindByPath(path);
         if ((final != nullptr && *final == value) || Proc::IsSourceValue(LastSegment(path), value)) return;
         const std::string userPath = UserPath(path);
         const auto told = [&userPath](const auto& entry) { return entry.path == userPath; };
-        if (std::ranges::any_of(plan.choices, told) || std::ranges::any_of(plan.corrections, told)) return;
+        if (std::ranges::any_of(account.choices, told) || std::ranges::any_of(account.corrections, told)) return;
         if (final == nullptr || path.starts_with(stream_.kind->codecKey)) {
-            plan.notes.push_back(userPath + " = " + PropertyValueToString(value) + " has no effect here" +
-                                 (final == nullptr ? "." : ": it stays " + PropertyValueToString(*final) + "."));
+            account.notes.push_back(userPath + " = " + PropertyValueToString(value) + " has no effect here" +
+                                    (final == nullptr ? "." : ": it stays " + PropertyValueToString(*final) + "."));
         } else {
-            plan.choices.push_back({userPath, PropertyValueToString(*final),
-                                    "the preset's " + PropertyValueToString(value) + " comes to that"});
+            account.choices.push_back({userPath, PropertyValueToString(*final),
+                                       "the preset's " + PropertyValueToString(value) + " comes to that"});
         }
     });
 }

@@ -83,7 +83,7 @@ public:
     /// - a value that filter, container or encoder replaced is a correction, from the first to the last, with all
     /// reasons;
     /// - a value of the preset that ended otherwise and is told by neither has no effect, or comes to another.
-    void Tell(Plan& plan) const;
+    Account Tell() const;
 
 private:
     struct Step {
@@ -95,8 +95,8 @@ private:
     };
 
     void Add(Step step);
-    void TellOpen(Plan& plan, const Core::Property& settled) const;
-    void TellUnused(Plan& plan, const Core::Property& settled) const;
+    void TellOpen(Account& account, const Core::Property& settled) const;
+    void TellUnused(Account& account, const Core::Property& settled) const;
 
     const PresetStream& stream_;
     const Core::Property& format_;

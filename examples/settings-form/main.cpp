@@ -29,9 +29,9 @@ namespace Planner = Kestro::Planner;
 
 /// What the form is filled in for; an application probes a file (Planner::Probe).
 Planner::MediaInfo Source() {
-    Planner::MediaStream video{.index = 0, .type = StreamType::Video, .codec = "h264", .width = 1920, .height = 1080};
+    Planner::MediaStream video{.index = 0, .type = StreamType::Video, .codec = "prores", .width = 1920, .height = 1080};
     video.fps = {24000, 1001};
-    Planner::MediaStream audio{.index = 1, .type = StreamType::Audio, .codec = "aac"};
+    Planner::MediaStream audio{.index = 1, .type = StreamType::Audio, .codec = "pcm_s24le"};
     audio.sampleRate = 96000;
     audio.layout = "5.1";
     audio.sampleFormat = "fltp";

@@ -14,7 +14,7 @@ TEST_F(Arguments, SayWhatThePlanSays) {
     const Table<2> rows = {
         {"mp4", " -map 0:0 -c:0 libx264" + bits + "4000000 -preset:0 faster -tune:0 film -profile:0 main "},
         {"mp4", " -pix_fmt:0 yuv420p -g:0 25 -bf:0 0 -flags:0 +global_header -map 0:1 -c:1 aac -filter:1 aformat="},
-        {"mp4", " -b:1 256000 -profile:1 aac_low -flags:1 +global_header -f mp4 file:./."},
+        {"mp4", " -b:1 256000 -profile:1 aac_low -flags:1 +global_header -disposition:0 +default -f mp4 file:./."},
         {"mp4 --set Format/GlobalHeader=false", " -bf:0 0 -map 0:1 "},
         {"mp4 --set Format/Progressive=true --set Format/PspMode=true", " -movflags +faststart -f psp file:"},
         {narrow + "crop", " -filter:0 scale=w=322:h=180:flags=bicubic,crop=w=200:h=180,setsar=1/1 -b:0 "},

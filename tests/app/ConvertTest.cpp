@@ -20,7 +20,8 @@ TEST_F(Conversions, MakeWhatThePlanSays) {
          "h264,High,1280,720,1:1,yuv420p,30000/1001,0\naac,LC,48000,stereo,0/0,0\n"},
         {"$clip out --preset $presets/dvd-pal.json", "mpeg2video,Main,720,576,64:45,yuv420p,25/1,0"},
         {"$clip out --preset $presets/matroska-h264-mp3.json", "mp3,unknown,44100,stereo,"},
-        {"song.mp3 out --format mp3", "mjpeg,Baseline,64,64,1:1,yuvj"},
+        {"song.mp3 out --format mp3", "png,unknown,64,64,"},
+        {"song.mp3 out --format mp3 --video mjpeg", "mjpeg,Baseline,64,64,1:1,yuvj"},
         {"song.mp3 out --format m4a", ",1\n"},
         {"song.mp3 out --format flac", ",1\n"},
     };

@@ -46,8 +46,15 @@ void AddPlanOptions(CLI::App& command, PlanOptions& options) {
     auto* format =
         command.add_option("--format", options.format, "The container, with its default settings")->type_name("FORMAT");
     preset->excludes(format);
-    command.add_option("--video", options.video, "The video codec; auto: the container's default")->type_name("CODEC");
-    command.add_option("--audio", options.audio, "The audio codec; auto: the container's default")->type_name("CODEC");
+    const std::string codec =
+        " codec; copy: the input's stream as it is; auto: that where it can be, or the container's default";
+    command.add_option("--video", options.video, "The video" + codec)->type_name("CODEC");
+    command.add_option("--audio", options.audio, "The audio" + codec)->type_name("CODEC");
+    command
+        .add_option("--audio-tracks", options.audioTracks,
+                    "Which audio tracks: all, none, or by number and language: 1,3 or eng")
+        ->type_name("TRACKS");
+    command.add_option("--subtitles", options.subtitleTracks, "Which subtitles, likewise")->type_name("TRACKS");
     command
         .add_option("--set", options.sets,
                     "Change a setting; the value follows the last =. The value auto leaves CodecId, RateControl, "

@@ -19,6 +19,8 @@ struct PlanOptions {
     std::string format;
     std::string video;              ///< codec, or empty
     std::string audio;              ///< codec, or empty
+    std::string audioTracks;        ///< as Preset::ChooseTracks has them, or empty
+    std::string subtitleTracks;     ///< likewise
     std::vector<std::string> sets;  ///< PATH=VALUE
 };
 

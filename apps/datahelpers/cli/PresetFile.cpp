@@ -53,6 +53,8 @@ Preset ReadPreset(const PlanOptions& options) {
                                                : Preset::FromJson(ReadText(options.presetFile), options.presetFile);
     if (!options.video.empty()) preset.Choose(StreamType::Video, options.video, "--video");
     if (!options.audio.empty()) preset.Choose(StreamType::Audio, options.audio, "--audio");
+    if (!options.audioTracks.empty()) preset.ChooseTracks(StreamType::Audio, options.audioTracks);
+    if (!options.subtitleTracks.empty()) preset.ChooseTracks(StreamType::Subtitle, options.subtitleTracks);
     for (const std::string& set : options.sets) {
         const std::size_t end = EndOfPath(set);
         preset.Set(set.substr(0, end), set.substr(end + 1));

@@ -107,11 +107,16 @@ void Print(std::ostream& out, const Plan& plan, std::size_t width) {
         << (plan.globalHeader ? ", global header" : ", no global header") << "\n";
     for (const PlannedStream& stream : plan.streams) {
         out << "  " << stream.kind->typeId << " " << stream.codecId << " from stream " << stream.source.index << ", ";
-        out << (stream.encoder.empty() ? "no encoder in the installed FFmpeg" : "encoder " + stream.encoder);
+        if (stream.isCopied) {
+            out << "copied";
+        } else {
+            out << (stream.encoder.empty() ? "no encoder in the installed FFmpeg" : "encoder " + stream.encoder);
+        }
         if (stream.globalHeader) out << ", global header";
         if (!stream.isSupported) out << ", NOT supported by the muxer";
         out << "\n";
     }
+    for (const int attachment : plan.attachments) out << "  attached file from stream " << attachment << "\n";
     out << "\nSettings\n";
     PrintTree(out, plan.settings, 2);
     out << "\n";

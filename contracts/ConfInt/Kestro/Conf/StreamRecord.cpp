@@ -36,6 +36,6 @@ const StreamRecord* StreamRecord::Find(const std::string& typeId) {
 
 std::span<const StreamRecord> StreamRecord::All() { return kRecords; }
 
-std::span<const StreamRecord> StreamRecord::Converted() { return All().first(2); }
+std::span<const StreamRecord> StreamRecord::WithHelpers() { return All().first(2); }
 
 }  // namespace Kestro::Conf

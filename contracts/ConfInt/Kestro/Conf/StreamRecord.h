@@ -19,16 +19,16 @@ struct KESTRO_CONFINT_API StreamRecord {
     /// `Streams/TypeId=audio/AudioCodec/CodecId`.
     std::string CodecIdPath() const;
 
-    /// Whether such streams are converted: video and audio.
-    bool IsConverted() const { return type != StreamType::Subtitle; }
+    /// Whether the registry has helpers of its encoders: of video and audio it has, of subtitles not.
+    bool HasHelpers() const { return type != StreamType::Subtitle; }
 
     static const StreamRecord& Find(StreamType type);
     /// The record with that KEY_TYPE_ID, or null.
     static const StreamRecord* Find(const std::string& typeId);
     /// Video, audio, subtitles.
     static std::span<const StreamRecord> All();
-    /// Those that are converted.
-    static std::span<const StreamRecord> Converted();
+    /// Those that have helpers.
+    static std::span<const StreamRecord> WithHelpers();
 };
 
 }  // namespace Kestro::Conf

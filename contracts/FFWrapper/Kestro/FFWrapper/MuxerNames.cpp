@@ -81,11 +81,6 @@ std::string MuxerName(const Core::Property& format) {
 
 bool MuxerExists(const std::string& muxer) { return av_guess_format(muxer.c_str(), nullptr, nullptr) != nullptr; }
 
-bool HasMovableIndex(const std::string& muxer) {
-    static constexpr const char* kMuxers[] = {"mp4", "mov", "ipod", kPspMuxer, "3gp", "3g2"};
-    return std::ranges::any_of(kMuxers, [&muxer](const char* name) { return muxer == name; });
-}
-
 bool IsImageMuxer(const std::string& muxer) { return muxer == kImageMuxer; }
 
 std::string PictureExtension(const std::string& codecId) {

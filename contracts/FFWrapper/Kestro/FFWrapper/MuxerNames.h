@@ -15,8 +15,6 @@ KESTRO_FFWRAPPER_API std::string MuxerName(const Core::Property& format);
 
 /// Whether the installed FFmpeg has the muxer.
 KESTRO_FFWRAPPER_API bool MuxerExists(const std::string& muxer);
-/// Whether the muxer writes the family of files that can have their index moved to the front.
-KESTRO_FFWRAPPER_API bool HasMovableIndex(const std::string& muxer);
 /// Whether the muxer writes a single picture to a file. The demuxer of that name takes file names for patterns.
 KESTRO_FFWRAPPER_API bool IsImageMuxer(const std::string& muxer);
 /// How the files of a picture codec end: "jpg".
