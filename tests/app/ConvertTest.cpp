@@ -101,8 +101,7 @@ TEST_F(Conversions, LeaveTheOldFileWhenTheyFail) {
     const std::string full = "trap '' XFSZ; prlimit --pid $$ --fsize=";
     const std::string size =
         std::to_string(Convert("$clip whole.mp4", "", "--json").AsJson()["output"]["size"].get<int>() - 1);
-    const std::string interrupted =
-        R"(fake 'echo half >"$output"; echo $$ >../pid; kill -$signal $PPID; exec sleep 60')";
+    const std::string running = R"(fake 'echo half >"$output"; sleep 60 & echo $! >../pid; )";
     const Table<2> rows = {
         {full + "9999", "File too large"},
         {full + size, "File too large"},  // where ffmpeg may end as if all were well
@@ -111,18 +110,36 @@ TEST_F(Conversions, LeaveTheOldFileWhenTheyFail) {
         {R"(fake 'echo half >"$output"; kill -SEGV $$')", "it was ended by a signal: Segmentation fault"},
         {R"(ff -i $clip -an ../1.mkv; fake 'cp ../1.mkv "$output"')", "ffmpeg wrote 1 streams instead of 2"},
         {R"(ff -i $clip -map 0:v -map 0:v ../1.mkv; fake 'cp ../1.mkv "$output"')", "ffmpeg wrote no audio stream"},
-        {"export signal=INT; " + interrupted, "Interrupted (Interrupt)"},
-        {"export signal=TERM; " + interrupted, "Interrupted (Terminated)"},
+        {running + "kill -INT $PPID; wait'", "Interrupted (Interrupt)"},
+        {running + "kill -TERM $PPID; wait'", "Interrupted (Terminated)"},
+        {running + "exec >&- 2>&-; kill -USR1 $PPID; wait'", "Interrupted (User defined signal 1)"},
+        {running + "exit 4'", "it ended with status 4"},
         {"PATH=${program%/*}", "ffmpeg is not on the PATH"},
     };
     for (const auto& [before, says] : rows) {
         const Result result = Convert("$clip out.mp4", "rm -f *; printf old >out.mp4\n" + before, "--json");
-        EXPECT_EQ(result.status, 1) << before;
-        EXPECT_EQ(result.AsJson()["status"], 1) << before;
+        const int status = before.find("-INT") != std::string::npos    ? 130
+                           : before.find("-TERM") != std::string::npos ? 143
+                           : before.find("-USR1") != std::string::npos ? 138
+                                                                       : 1;
+        EXPECT_EQ(result.status, status) << before;
+        EXPECT_EQ(result.AsJson()["status"], status) << before;
         EXPECT_THAT(result.err, HasSubstr(says)) << before;
-        EXPECT_EQ(Run("ls -A; cat out.mp4; [ -e ../pid ] && kill -0 $(cat ../pid) && echo running").out, "out.mp4\nold")
+        EXPECT_EQ(Run("ls -A; cat out.mp4; grep -sl 'State:.*sleeping' /proc/$(cat ../pid)/status").out, "out.mp4\nold")
             << before;
     }
+}
+
+// An interactive shell is what stops programs.
+TEST_F(Conversions, StopAndGoOnWithTheirChild) {
+    EXPECT_EQ(Run(R"(fake 'sleep 60 & echo $! >../pid; sleep 0.1; kill -TSTP $PPID; wait'
+        bash -mc 'datahelpers convert ../clip.mkv out.mp4 --format mp4 >&2 & program=$!; sleep 0.3
+            for action in STOP CONT; do
+                [ $action = STOP ] || kill -$action $program
+                sleep 0.3; sed -n "s/^State:.\(.\).*/\1/p" /proc/$(cat ../pid)/status
+            done; kill $program; wait $program; echo $?')")
+                  .out,
+              "T\nS\n143\n");
 }
 
 TEST_F(Conversions, TellWhereTheFileIsNotAsPlanned) {

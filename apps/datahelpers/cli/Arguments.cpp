@@ -14,8 +14,8 @@ namespace {
 
 constexpr const char* kFooter =
     "Exit status: 0 done, 1 the conversion failed, 2 wrong usage or unreadable input, 3 a preset or setting that is "
-    "not "
-    "acceptable.\nA file whose name begins with - goes behind --: datahelpers plan --format mp4 -- -clip.mkv";
+    "not acceptable; 128 and its number for a signal: 130 for Ctrl-C.\nA file whose name begins with - goes behind --: "
+    "datahelpers plan --format mp4 -- -clip.mkv";
 
 /// The kind that the word names, in either number; null when it names none.
 const Planner::HelperKind* FindKind(const std::string& word) {

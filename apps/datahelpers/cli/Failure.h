@@ -7,10 +7,10 @@
 
 namespace App {
 
-/// How the program ends.
+/// How the program ends. A signal ends it with 128 and its number, as shells have it.
 enum class ExitStatus : int {
     Done = 0,
-    ConversionFailed = 1,  ///< ffmpeg failed, was interrupted, or the disk is full
+    ConversionFailed = 1,  ///< ffmpeg failed, or the disk is full
     WrongUsage = 2,        ///< wrong options, or an input that cannot be read
     NotAcceptable = 3,     ///< a preset or setting that cannot be used
 };

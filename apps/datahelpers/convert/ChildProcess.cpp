@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,6 +12,8 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <span>
+#include <utility>
 
 #include "Kestro/Planner/Text.h"
 
@@ -21,12 +24,6 @@ namespace {
 
 using Kestro::Planner::Printable;
 
-volatile std::sig_atomic_t caughtSignal = 0;
-
-extern "C" void NoteSignal(int signal) { caughtSignal = signal; }
-
-constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP};
-
 [[noreturn]] void ThrowErrno(const std::string& what) {
     throw Failure(ExitStatus::ConversionFailed, what + ": " + std::strerror(errno) + ".");
 }
@@ -36,94 +33,155 @@ class Pipe {
 public:
     Pipe() {
         if (pipe2(ends_.data(), O_CLOEXEC) != 0) ThrowErrno("Cannot make a pipe");
+        // What a child's own children may write later is not waited for.
+        fcntl(ends_[0], F_SETFL, O_NONBLOCK);
     }
     ~Pipe() {
+        CloseReading();
         CloseWriting();
-        if (ends_[0] >= 0) close(ends_[0]);
     }
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
 
     int Reading() const { return ends_[0]; }
     int Writing() const { return ends_[1]; }
-    void CloseWriting() {
-        if (ends_[1] >= 0) close(ends_[1]);
-        ends_[1] = -1;
-    }
+    void CloseReading() { Close(ends_[0]); }
+    void CloseWriting() { Close(ends_[1]); }
 
 private:
+    static void Close(int& end) {
+        if (end >= 0) close(end);
+        end = -1;
+    }
+
     std::array<int, 2> ends_{-1, -1};
 };
 
 /// Cuts what comes out of a pipe into lines.
 class LineReader {
 public:
-    LineReader(int descriptor, const std::function<void(std::string_view)>& onLine)
-        : descriptor_(descriptor), onLine_(&onLine) {}
+    explicit LineReader(std::function<void(std::string_view)> onLine) : onLine_(std::move(onLine)) {}
 
-    int Descriptor() const { return descriptor_; }
+    Pipe& Source() { return pipe_; }
 
-    /// False at the end.
+    /// What is there now; at the end the pipe is closed. False when there is nothing to read.
     bool Read() {
         constexpr std::size_t kLongestLine = 1 << 16;
         char buffer[4096];
-        const ssize_t count = read(descriptor_, buffer, sizeof buffer);
+        const ssize_t count = read(pipe_.Reading(), buffer, sizeof buffer);
         if (count < 0 && errno == EINTR) return true;
+        if (count < 0 && errno == EAGAIN) return false;
         if (count <= 0) {
-            if (!rest_.empty()) (*onLine_)(rest_);
+            Finish();
             return false;
         }
         rest_.append(buffer, static_cast<std::size_t>(count));
         std::size_t begin = 0;
         for (std::size_t end = 0; (end = rest_.find('\n', begin)) != std::string::npos; begin = end + 1) {
-            (*onLine_)(std::string_view(rest_).substr(begin, end - begin));
+            onLine_(std::string_view(rest_).substr(begin, end - begin));
         }
         rest_.erase(0, begin);
         if (rest_.size() > kLongestLine) rest_.clear();
         return true;
     }
+    void Finish() {
+        pipe_.CloseReading();
+        if (!rest_.empty()) onLine_(std::exchange(rest_, {}));
+    }
 
 private:
-    int descriptor_;
-    const std::function<void(std::string_view)>* onLine_;
+    Pipe pipe_;
+    std::function<void(std::string_view)> onLine_;
     std::string rest_;
 };
 
-/// The child's half after fork: only calls that are safe there.
-[[noreturn]] void Exec(const char* program, char* const* arguments, int output, int error, pid_t parent) {
-    // A group of its own: the terminal's Ctrl-C is for the parent, who ends the child.
-    setpgid(0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent) _exit(127);
-    const int input = open("/dev/null", O_RDONLY);
-    if (input < 0 || dup2(input, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0 ||
-        dup2(error, STDERR_FILENO) < 0) {
-        _exit(127);
-    }
-    struct sigaction standard {};
-    standard.sa_handler = SIG_DFL;
-    for (const int signal : kEndingSignals) sigaction(signal, &standard, nullptr);
-    sigaction(SIGPIPE, &standard, nullptr);
-    sigset_t none;
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
-    execv(program, arguments);
-    _exit(127);
-}
+}  // namespace
 
-/// Kills and reaps the child if nobody did.
-class Child {
+// Boost.Process 1.74 reaps the head before its group can be killed: by then the number may be another's.
+class Children::Child {
 public:
-    explicit Child(pid_t pid) : pid_(pid) {}
+    Child(ChildJob job, const SignalGuard& signals, int ending)
+        : job_(std::move(job)), output_(job_.onOutput), error_(job_.onError), ending_(ending) {
+        std::vector<char*> argv{job_.program.data()};
+        for (std::string& argument : job_.arguments) argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        const pid_t parent = getpid();
+        pid_ = fork();
+        if (pid_ < 0) ThrowErrno("Cannot start " + Printable(job_.program));
+        if (pid_ == 0) Exec(argv.data(), signals, parent);
+        // From both sides: whoever is first, the group is there before anything is sent to it.
+        setpgid(pid_, pid_);
+        output_.Source().CloseWriting();
+        error_.Source().CloseWriting();
+        // The C library of Debian 12 declares it in a way that C++ cannot link.
+        end_ = static_cast<int>(syscall(SYS_pidfd_open, pid_, 0));
+        if (end_ < 0) {
+            const int reason = errno;
+            Reap(SIGKILL);
+            errno = reason;
+            ThrowErrno("Cannot wait for " + Printable(job_.program));
+        }
+    }
     ~Child() {
-        if (pid_ <= 0) return;
-        kill(pid_, SIGKILL);
-        Wait();
+        if (pid_ > 0) Reap(ending_);
+        if (end_ >= 0) close(end_);
     }
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
-    ChildEnd Wait() {
+    pid_t Group() const { return pid_; }
+    /// Asks the group to end.
+    void End(int signal) const {
+        kill(-pid_, signal);
+        kill(-pid_, SIGCONT);
+    }
+    /// For poll: its end, then its outputs.
+    std::array<pollfd, 3> Polled() {
+        return {
+            pollfd{end_, POLLIN, 0}, {output_.Source().Reading(), POLLIN, 0}, {error_.Source().Reading(), POLLIN, 0}};
+    }
+    void Read(std::span<const pollfd> ready) {
+        if (ready[1].revents != 0) output_.Read();
+        if (ready[2].revents != 0) error_.Read();
+    }
+    /// Its head has ended: so does the group, and what it had to say is heard.
+    void Finish() {
+        const ChildEnd end = Reap(SIGKILL);
+        for (LineReader* reader : {&output_, &error_}) {
+            // No more than pipes hold: one who left the group may write on for ever.
+            for (int blocks = 0; blocks < 64 && reader->Source().Reading() >= 0 && reader->Read(); ++blocks) {
+            }
+            reader->Finish();
+        }
+        if (job_.onEnd) job_.onEnd(end);
+    }
+
+private:
+    /// The child's half after fork: only calls that are safe there.
+    [[noreturn]] void Exec(char* const* arguments, const SignalGuard& signals, pid_t parent) {
+        setpgid(0, 0);
+        prctl(PR_SET_PDEATHSIG, ending_);
+        if (getppid() != parent) _exit(127);
+        const int input = open("/dev/null", O_RDONLY);
+        if (input < 0 || dup2(input, STDIN_FILENO) < 0 || dup2(output_.Source().Writing(), STDOUT_FILENO) < 0 ||
+            dup2(error_.Source().Writing(), STDERR_FILENO) < 0) {
+            _exit(127);
+        }
+        signals.RestoreInChild();
+        execv(arguments[0], arguments);
+        _exit(127);
+    }
+
+    /// Ends the whole group. Until its head is reaped, the group's number is nobody else's.
+    ChildEnd Reap(int signal) {
+        if (signal != SIGKILL) {
+            constexpr int kPatience = 5000;  // milliseconds
+            End(signal);
+            pollfd head{end_, POLLIN, 0};
+            while (poll(&head, 1, kPatience) < 0 && errno == EINTR) {
+            }
+        }
+        kill(-pid_, SIGKILL);
         int status = 0;
         while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
         }
@@ -132,55 +190,40 @@ public:
         return {false, WTERMSIG(status)};
     }
 
-private:
-    pid_t pid_;
+    ChildJob job_;
+    LineReader output_;
+    LineReader error_;
+    int ending_;
+    pid_t pid_ = 0;
+    int end_ = -1;
 };
 
-}  // namespace
+Children::Children(SignalGuard& signals, int ending) : signals_(signals), ending_(ending) {}
+Children::~Children() {
+    for (const auto& child : children_) child->End(ending_);  // all at once, not one after the other
+}
 
-SignalGuard::SignalGuard() {
-    caughtSignal = 0;
-    sigset_t blocked;
-    sigemptyset(&blocked);
-    for (const int signal : kEndingSignals) sigaddset(&blocked, signal);
-    sigprocmask(SIG_BLOCK, &blocked, &before_);
-    for (const int signal : kEndingSignals) {
-        struct sigaction before {};
-        sigaction(signal, nullptr, &before);
-        // As nohup has it: a lost terminal does not matter. The others are always meant.
-        if (signal == SIGHUP && before.sa_handler == SIG_IGN) continue;
-        struct sigaction action {};
-        action.sa_handler = NoteSignal;
-        sigemptyset(&action.sa_mask);
-        sigaction(signal, &action, nullptr);
-        actions_.emplace_back(signal, before);
-        // They must get through while waiting, even where the caller blocks them.
-        sigdelset(&before_, signal);
+void Children::Start(ChildJob job) { children_.push_back(std::make_unique<Child>(std::move(job), signals_, ending_)); }
+
+void Children::Wait() {
+    constexpr std::size_t kEach = 3;
+    std::vector<pollfd> polled;
+    std::vector<pid_t> groups;
+    for (const auto& child : children_) {
+        for (const pollfd& entry : child->Polled()) polled.push_back(entry);
+        groups.push_back(child->Group());
     }
-    // A reader of the output who has gone away must not end the program half way.
-    struct sigaction ignore {};
-    struct sigaction before {};
-    ignore.sa_handler = SIG_IGN;
-    sigaction(SIGPIPE, &ignore, &before);
-    actions_.emplace_back(SIGPIPE, before);
-}
-
-SignalGuard::~SignalGuard() {
-    Caught();
-    for (const auto& [signal, action] : actions_) sigaction(signal, &action, nullptr);
-    sigprocmask(SIG_SETMASK, &before_, nullptr);
-}
-
-int SignalGuard::Caught() {
-    const timespec now{};
-    ppoll(nullptr, 0, &now, &before_);
-    return caughtSignal;
-}
-
-void StopIfAsked(SignalGuard& signals) {
-    if (const int signal = signals.Caught()) {
-        throw Failure(ExitStatus::ConversionFailed,
-                      std::string("Interrupted (") + strsignal(signal) + "); nothing was written.");
+    const int ready = ppoll(polled.data(), polled.size(), nullptr, &signals_.WaitMask());
+    if (ready < 0 && errno != EINTR) ThrowErrno("Cannot wait for ffmpeg");
+    signals_.Heed(groups);
+    if (ready <= 0) return;
+    for (std::size_t i = children_.size(); i-- > 0;) {
+        const std::span<const pollfd> own = std::span(polled).subspan(kEach * i, kEach);
+        children_[i]->Read(own);
+        if (own[0].revents == 0) continue;
+        const std::unique_ptr<Child> ended = std::move(children_[i]);
+        children_.erase(children_.begin() + static_cast<std::ptrdiff_t>(i));
+        ended->Finish();
     }
 }
 
@@ -200,38 +243,13 @@ std::string FindProgram(const std::string& name) {
     return {};
 }
 
-ChildEnd RunChild(const std::string& program, const std::vector<std::string>& arguments, SignalGuard& signals,
-                  const std::function<void(std::string_view)>& onOutput,
-                  const std::function<void(std::string_view)>& onError) {
-    std::vector<char*> argv{const_cast<char*>(program.c_str())};
-    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-    argv.push_back(nullptr);
-
-    Pipe output;
-    Pipe error;
-    const pid_t parent = getpid();
-    const pid_t pid = fork();
-    if (pid < 0) ThrowErrno("Cannot start " + Printable(program));
-    if (pid == 0) Exec(program.c_str(), argv.data(), output.Writing(), error.Writing(), parent);
-    Child child(pid);
-    output.CloseWriting();
-    error.CloseWriting();
-
-    std::vector<LineReader> readers{{output.Reading(), onOutput}, {error.Reading(), onError}};
-    while (!readers.empty()) {
-        std::vector<pollfd> polled;
-        polled.reserve(readers.size());
-        for (const LineReader& reader : readers) polled.push_back({reader.Descriptor(), POLLIN, 0});
-        const int ready = ppoll(polled.data(), polled.size(), nullptr, &signals.WaitMask());
-        if (ready < 0 && errno != EINTR) ThrowErrno("Cannot wait for " + Printable(program));
-        StopIfAsked(signals);
-        if (ready <= 0) continue;
-        for (std::size_t i = polled.size(); i-- > 0;) {
-            if (polled[i].revents != 0 && !readers[i].Read())
-                readers.erase(readers.begin() + static_cast<std::ptrdiff_t>(i));
-        }
-    }
-    return child.Wait();
+ChildEnd RunChild(ChildJob job, SignalGuard& signals) {
+    ChildEnd end;
+    job.onEnd = [&end](ChildEnd ended) { end = ended; };
+    Children children(signals);
+    children.Start(std::move(job));
+    while (children.Running() > 0) children.Wait();
+    return end;
 }
 
 }  // namespace App

@@ -2,30 +2,14 @@
 
 #include <csignal>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "convert/SignalGuard.h"
+
 namespace App {
-
-/// While it lives, signals that would end the program are noted instead, so that nothing half done is left behind.
-/// One at a time.
-class SignalGuard {
-public:
-    SignalGuard();
-    ~SignalGuard();
-    SignalGuard(const SignalGuard&) = delete;
-    SignalGuard& operator=(const SignalGuard&) = delete;
-
-    /// The signal that came, or 0. Signals are let in only here and while a child runs.
-    int Caught();
-    /// The signals that are let in while waiting.
-    const sigset_t& WaitMask() const noexcept { return before_; }
-
-private:
-    sigset_t before_{};
-    std::vector<std::pair<int, struct sigaction>> actions_;
-};
 
 /// How a child ended.
 struct ChildEnd {
@@ -33,17 +17,43 @@ struct ChildEnd {
     int status = 0;       ///< its exit status, or the signal
 };
 
+/// What to run, by its argument vector and without a shell, and who hears of it. Its standard input is empty.
+struct ChildJob {
+    std::string program;
+    std::vector<std::string> arguments;
+    std::function<void(std::string_view)> onOutput;  ///< every line
+    std::function<void(std::string_view)> onError;   ///< every line
+    std::function<void(ChildEnd)> onEnd;
+};
+
+/// Children that run side by side, each the head of a process group of its own. A group ends as a whole with its head,
+/// and all of them with this object.
+class Children {
+public:
+    /// ending: the signal that ends what still runs; other than SIGKILL it leaves a child the time that it needs.
+    explicit Children(SignalGuard& signals, int ending = SIGKILL);
+    ~Children();
+    Children(const Children&) = delete;
+    Children& operator=(const Children&) = delete;
+
+    /// Throws Failure (ConversionFailed) when it cannot be started.
+    void Start(ChildJob job);
+    std::size_t Running() const noexcept { return children_.size(); }
+    /// Until one has something to tell. Throws Failure as SignalGuard::Heed, and what the listeners throw.
+    void Wait();
+
+private:
+    class Child;
+
+    SignalGuard& signals_;
+    int ending_;
+    std::vector<std::unique_ptr<Child>> children_;
+};
+
 /// The program's file on $PATH; empty when it is not there.
 std::string FindProgram(const std::string& name);
 
-/// Runs a program, with its argument vector and without a shell, until it ends; every line that it writes is passed
-/// on. Its standard input is empty. When a signal asks this program to end, the child is killed, and Failure
-/// (ConversionFailed) thrown; also when it cannot be started.
-ChildEnd RunChild(const std::string& program, const std::vector<std::string>& arguments, SignalGuard& signals,
-                  const std::function<void(std::string_view)>& onOutput,
-                  const std::function<void(std::string_view)>& onError);
-
-/// Throws Failure (ConversionFailed) when a signal asks the program to end.
-void StopIfAsked(SignalGuard& signals);
+/// Runs one child until it ends.
+ChildEnd RunChild(ChildJob job, SignalGuard& signals);
 
 }  // namespace App

@@ -80,8 +80,12 @@ void Run(const Plan& plan, const std::vector<Command>& runs, const std::string& 
             messages.lines.push_back(Printable(Replaced(std::string(line), FileUrl(temporary), output)));
             if (messages.lines.size() > kKeptMessages) messages.lines.pop_front();
         };
-        const ChildEnd end = RunChild(
-            program, arguments, signals, [&progress](std::string_view line) { progress.Read(line); }, onError);
+        const ChildEnd end = RunChild({.program = program,
+                                       .arguments = arguments,
+                                       .onOutput = [&progress](std::string_view line) { progress.Read(line); },
+                                       .onError = onError,
+                                       .onEnd = {}},
+                                      signals);
         if (!end.exited || end.status != 0 || messages.outputFailed) ThrowFfmpegFailed(messages, end);
         conversion.messages.insert(conversion.messages.end(), messages.lines.begin(), messages.lines.end());
     }
@@ -112,7 +116,7 @@ Conversion Convert(const Plan& plan, const std::string& output, Progress::Style 
     Run(plan, runs, temporary, output, signals, style, conversion);
     Verify(plan, temporary, conversion);
     conversion.size = SizeOf(temporary);
-    StopIfAsked(signals);
+    signals.Heed();
     file.Commit();
     conversion.output = output;
     conversion.written.path = output;
@@ -136,7 +140,7 @@ Conversion ConvertToSequence(const Plan& plan, const std::string& folder, Progre
         conversion.size += size;
         ++conversion.files;
     }
-    StopIfAsked(signals);
+    signals.Heed();
     output.Commit();
     conversion.output = folder;
     conversion.written.path = folder + "/" + PictureName(plan, 1);
