@@ -68,7 +68,7 @@ void CheckInstalled(const Plan& plan) {
 }
 
 MediaInfo ProbeOutput(const Plan& plan, const std::string& path) {
-    MediaInfo written = Probe(path, plan.IsPicture() ? plan.streams.front().codecId : std::string());
+    MediaInfo written = Probe(path, {.picture = plan.IsPicture() ? plan.streams.front().codecId : std::string()});
     std::erase_if(written.streams, [](const MediaStream& stream) { return !stream.type; });
     return written;
 }

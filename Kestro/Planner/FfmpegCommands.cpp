@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/FFWrapper/Demuxers.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
 #include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/EncoderOptions.h"
@@ -21,11 +22,14 @@ std::string EscapedPattern(const std::string& name) {
 }
 
 Command InputArguments(const Plan& plan) {
-    Command arguments{"-hide_banner", "-nostdin",      "-y", "-loglevel", "error", "-progress",
-                      "pipe:1",       "-stats_period", "0.2"};
-    if (FFWrapper::IsImageMuxer(plan.input.demuxer)) {
-        arguments.insert(arguments.end(), {"-f", plan.input.demuxer, "-pattern_type", "none"});
-    }
+    // Which other files it opens, ffmpeg tells at no lower level.
+    const bool opensOthers = FFWrapper::OpensOtherFiles(plan.input.demuxer);
+    Command arguments{"-hide_banner", "-nostdin", "-y", "-loglevel", opensOthers ? "level+debug" : "level+error"};
+    arguments.insert(arguments.end(), {"-progress", "pipe:1", "-stats_period", "0.2"});
+    // Nothing of what the file may ask for: no network, no other demuxer than the one that the input was seen with.
+    arguments.insert(arguments.end(),
+                     {"-protocol_whitelist", "file", "-f", FFWrapper::DemuxerOption(plan.input.demuxer)});
+    if (FFWrapper::IsImageMuxer(plan.input.demuxer)) arguments.insert(arguments.end(), {"-pattern_type", "none"});
     arguments.insert(arguments.end(), {"-i", FileUrl(plan.input.path)});
     return arguments;
 }

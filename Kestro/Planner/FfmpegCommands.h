@@ -20,8 +20,9 @@ struct CommandOptions {
 KESTRO_PLANNER_API bool IsTwoPass(const Plan& plan);
 
 /// The runs of ffmpeg that make the plan's output, in order: one, or two where IsTwoPass. Progress is written to
-/// standard output as FFmpeg's `-progress` has it. Throws NotAcceptable (InvalidPlan) for a plan whose settings are not
-/// those of a plan, or hold texts that the vocabulary does not know.
+/// standard output as FFmpeg's `-progress` has it, every line of an error or of another message bears its level
+/// ("[error]"), and where the input leads to other files they are named as they are opened. Throws NotAcceptable
+/// (InvalidPlan) for a plan whose settings are not those of a plan, or hold texts that the vocabulary does not know.
 KESTRO_PLANNER_API std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output,
                                                        const CommandOptions& options = {});
 

@@ -8,6 +8,8 @@ std::string_view ProblemText(ProblemCode code) {
     switch (code) {
         case ProblemCode::UnreadableInput:
             return "unreadable-input";
+        case ProblemCode::OpensOtherFiles:
+            return "opens-other-files";
         case ProblemCode::InvalidJson:
             return "invalid-json";
         case ProblemCode::InvalidPlan:

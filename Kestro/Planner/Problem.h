@@ -11,6 +11,7 @@ namespace Kestro::Planner {
 /// Why something is not acceptable. The texts that ProblemText gives stay the same from version to version.
 enum class ProblemCode {
     UnreadableInput,   ///< "unreadable-input": no file, no media file, no permission
+    OpensOtherFiles,   ///< "opens-other-files": the input is a playlist or the like, and nobody asked to follow it
     InvalidJson,       ///< "invalid-json": the text is no JSON, or none of settings
     InvalidPlan,       ///< "invalid-plan": the text is JSON, but no plan
     UnknownName,       ///< "unknown-name": of a container, codec, filter or type of stream

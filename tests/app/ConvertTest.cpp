@@ -66,7 +66,30 @@ TEST_F(Conversions, TakeNamesAsTheyAre) {
         EXPECT_EQ(Convert(files, R"(cp $clip ./"$1")").status, 0) << files;
     }
     EXPECT_EQ(Convert("still%02d.png still.mp4", "ff -i $clip -frames:v 1 -update 1 still%02d.png").status, 0);
-    EXPECT_EQ(Run("ls -A | wc -l").out, "11\n");  // one has two lines
+    EXPECT_EQ(Convert("%03d.png clip.mp4", "cp $clip %03d.png").status, 0);
+    EXPECT_EQ(Run("ls -A | wc -l").out, "13\n");  // one has two lines
+}
+
+TEST_F(Conversions, ReadNoFileThatWasNotNamed) {
+    const Table<2> rows = {
+        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nfile://%s/../hls.ts\n#EXT-X-ENDLIST\n)", "/hls.ts"},
+        {R"(ffconcat version 1.0\n# %s\nfile private.mkv\nfile private.mkv\n)", "private.mkv"},
+        {R"(<MPD xmlns="urn:mpeg:dash:schema:mpd:2011" type="static" profiles="dash:profile:isoff-on-demand" )"
+         R"(mediaPresentationDuration="PT1S"><Period id="%s">)"
+         R"(<AdaptationSet mimeType="video/mp4"><Representation id="0" bandwidth="9"><BaseURL>private.mp4</BaseURL>)"
+         R"(</Representation></AdaptationSet></Period></MPD>)",
+         "private.mp4"},
+        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nfile://%s/../hls.ts\n)", ""},  // it goes on
+        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nhttp://127.0.0.1:9/%s\n#EXT-X-ENDLIST\n)", ""},
+    };
+    Run("cp $clip private.mkv; ff -i $clip -c:v mpeg4 -c:a aac private.mp4; ff -i private.mp4 -c copy ../hls.ts");
+    for (const auto& [playlist, reads] : rows) {
+        const std::string write = "printf '" + playlist + "' \"$PWD\" >upload.mp4; ";
+        EXPECT_THAT(Convert("upload.mp4 out.mp4", write).err, HasSubstr("leads to other files")) << playlist;
+        const Result followed = Run("datahelpers plan upload.mp4 --format mp4 --json --follow-references");
+        EXPECT_EQ(followed.status, reads.empty() ? 2 : 0) << playlist << followed.err;
+        EXPECT_THAT(followed.AsJson().value("references", Json()).dump(), HasSubstr(reads)) << playlist;
+    }
 }
 
 TEST_F(Conversions, BeginOnlyWhenTheOutputCanBeWritten) {
@@ -143,12 +166,13 @@ TEST_F(Conversions, StopAndGoOnWithTheirChild) {
 }
 
 TEST_F(Conversions, TellWhereTheFileIsNotAsPlanned) {
-    const Result result = Convert("$clip out", R"(fake 'echo hm >&2; cp ../clip.mkv "$output"')",
-                                  "--json $size/Width=160 $fps=25 $sound/SampleRate=48000 $sound/Layout=mono");
+    const Result result = Convert(
+        "$clip out", R"(fake 'echo x265 [info]: hm >&2; echo [a @ 0x1] [error] hm >&2; cp ../clip.mkv "$output"')",
+        "--json $size/Width=160 $fps=25 $sound/SampleRate=48000 $sound/Layout=mono");
     Json output = result.AsJson()["output"];
     EXPECT_EQ(output["differences"].size(), 7U) << output;
     EXPECT_EQ(output["differences"][1], "Stream 0: the width is 322, not 160 as planned.");
-    EXPECT_EQ(output["messages"], Json({"hm"}));
+    EXPECT_EQ(output["messages"], Json({"[a @ 0x1] hm"}));
 }
 
 TEST_F(Conversions, InTwoPassesLeaveNoLogs) {

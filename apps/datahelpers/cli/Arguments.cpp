@@ -63,6 +63,8 @@ void AddPlanOptions(CLI::App& command, PlanOptions& options) {
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
+    command.add_flag("--follow-references", options.followReferences,
+                     "Also read the local files that the input names (a playlist, for instance), and tell which");
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ struct PlanOptions {
     std::string audioTracks;        ///< as Preset::ChooseTracks has them, or empty
     std::string subtitleTracks;     ///< likewise
     std::vector<std::string> sets;  ///< PATH=VALUE
+    bool followReferences = false;  ///< files that the input names are read, too
 };
 
 /// The command line, understood.

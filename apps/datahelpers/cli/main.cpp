@@ -60,24 +60,43 @@ Json TellFits(const Arguments& arguments) {
     return {{"fits", ToJson(fits)}};
 }
 
-/// A preset is looked at before the input.
-Planner::Plan MakePlan(const PlanOptions& options) {
+/// A preset is looked at before the input. opened: what was read beside it.
+Planner::Plan MakePlan(const PlanOptions& options, OpenedFiles& opened) {
     const Planner::Preset preset = ReadPreset(options);
     std::vector<Planner::Problem> problems = Planner::Check(preset);
     if (!problems.empty()) throw Planner::NotAcceptable(std::move(problems));
-    return Planner::MakePlan(Planner::Probe(options.input), preset);
+    Planner::MediaInfo input;
+    const auto probe = [&] { input = Planner::Probe(options.input, {.followReferences = options.followReferences}); };
+    if (options.followReferences) {
+        opened = OpenedFiles::While(probe);
+    } else {
+        probe();
+    }
+    return Planner::MakePlan(input, preset);
+}
+
+/// The report's list of what was read beside the input, where that was asked for.
+void AddOpened(Json& json, const PlanOptions& options, const OpenedFiles& opened) {
+    if (options.followReferences) json["references"] = opened.Beside(options.input);
 }
 
 Json PlanOnly(const Arguments& arguments) {
-    const Planner::Plan plan = MakePlan(arguments.plan);
-    if (!arguments.json) Print(std::cout, plan, TerminalWidth(STDOUT_FILENO));
-    return ToJson(plan);
+    OpenedFiles opened;
+    const Planner::Plan plan = MakePlan(arguments.plan, opened);
+    if (!arguments.json) {
+        Print(std::cout, plan, TerminalWidth(STDOUT_FILENO));
+        PrintOpened(std::cout, opened.Beside(arguments.plan.input));
+    }
+    Json json = ToJson(plan);
+    AddOpened(json, arguments.plan, opened);
+    return json;
 }
 
 Json PlanAndConvert(const Arguments& arguments) {
     const std::size_t width = TerminalWidth(STDOUT_FILENO);
     if (!arguments.isSequence) OutputFile::Check(arguments.output, arguments.plan.input);
-    const Planner::Plan plan = MakePlan(arguments.plan);
+    OpenedFiles opened;
+    const Planner::Plan plan = MakePlan(arguments.plan, opened);
     CheckConverter();
     Planner::CheckInstalled(plan);
     if (!arguments.json) {
@@ -89,8 +108,13 @@ Json PlanAndConvert(const Arguments& arguments) {
     const auto style = onTerminal ? Progress::Style::Bar : lines;
     const Conversion conversion = arguments.isSequence ? ConvertToSequence(plan, arguments.output, style)
                                                        : Convert(plan, arguments.output, style);
-    if (!arguments.json) Print(std::cout, conversion, width);
+    opened.Add(conversion.opened);
+    if (!arguments.json) {
+        Print(std::cout, conversion, width);
+        PrintOpened(std::cout, opened.Beside(arguments.plan.input));
+    }
     Json json = ToJson(plan);
+    AddOpened(json, arguments.plan, opened);
     json["output"] = ToJson(conversion);
     return json;
 }
@@ -121,7 +145,8 @@ int Report(const Failure& failure, const std::string& command, bool asJson) {
 int Report(const Planner::NotAcceptable& refused, const Arguments& arguments, bool asJson) {
     const std::vector<Planner::Problem>& problems = refused.Problems();
     const bool isUsage = arguments.command == Command::Show || arguments.command == Command::Fits ||
-                         problems.front().code == Planner::ProblemCode::UnreadableInput;
+                         problems.front().code == Planner::ProblemCode::UnreadableInput ||
+                         problems.front().code == Planner::ProblemCode::OpensOtherFiles;
     const ExitStatus status = isUsage ? ExitStatus::WrongUsage : ExitStatus::NotAcceptable;
     const int code = Report(Failure(status, Told(problems.front())), arguments.commandName, asJson);
     for (std::size_t i = 1; i < problems.size(); ++i) {

@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 
 #include <cstring>
-#include <deque>
 #include <optional>
 
 #include "Kestro/Planner/Execution.h"
@@ -14,6 +13,7 @@
 
 #include "cli/Failure.h"
 #include "convert/ChildProcess.h"
+#include "convert/Messages.h"
 #include "convert/OutputFile.h"
 
 namespace App {
@@ -21,34 +21,17 @@ namespace {
 
 using Planner::Command;
 using Planner::FfmpegCommands;
-using Planner::FileUrl;
 using Planner::PictureName;
 using Planner::Plan;
-using Planner::Printable;
 
 constexpr const char* kProgram = "ffmpeg";
-// Enough to see what went wrong; the last lines tell most.
-constexpr std::size_t kKeptMessages = 10;
-
-std::string Replaced(std::string text, const std::string& from, const std::string& to) {
-    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
-        text.replace(at, from.size(), to);
-    }
-    return text;
-}
-
-/// What ffmpeg says, and whether it complains of the file that it writes.
-struct Messages {
-    std::deque<std::string> lines;
-    bool outputFailed = false;
-};
 
 [[noreturn]] void ThrowFfmpegFailed(const Messages& messages, const ChildEnd& end) {
     std::string reason = end.exited ? "it ended with status " + std::to_string(end.status)
                                     : std::string("it was ended by a signal: ") + strsignal(end.status);
-    if (messages.outputFailed) reason = "the output could not be written";
+    if (messages.OutputFailed()) reason = "the output could not be written";
     std::string text = "The conversion failed; nothing was written. " + std::string(kProgram) + ": " + reason + ".";
-    for (const std::string& line : messages.lines) text += "\n  " + line;
+    for (const std::string& line : messages.Last()) text += "\n  " + line;
     throw Failure(ExitStatus::ConversionFailed, std::move(text));
 }
 
@@ -73,21 +56,16 @@ void Run(const Plan& plan, const std::vector<Command>& runs, const std::string& 
     Progress progress(style, plan.input.duration, runs.size());
     for (const Command& arguments : runs) {
         progress.BeginPass();
-        Messages messages;
-        const auto onError = [&](std::string_view line) {
-            // Some versions end well although the last part of the file could not be written; they say so.
-            if (line.find(temporary) != std::string_view::npos) messages.outputFailed = true;
-            messages.lines.push_back(Printable(Replaced(std::string(line), FileUrl(temporary), output)));
-            if (messages.lines.size() > kKeptMessages) messages.lines.pop_front();
-        };
+        Messages messages(temporary, output);
         const ChildEnd end = RunChild({.program = program,
                                        .arguments = arguments,
                                        .onOutput = [&progress](std::string_view line) { progress.Read(line); },
-                                       .onError = onError,
+                                       .onError = [&messages](std::string_view line) { messages.Read(line); },
                                        .onEnd = {}},
                                       signals);
-        if (!end.exited || end.status != 0 || messages.outputFailed) ThrowFfmpegFailed(messages, end);
-        conversion.messages.insert(conversion.messages.end(), messages.lines.begin(), messages.lines.end());
+        if (!end.exited || end.status != 0 || messages.OutputFailed()) ThrowFfmpegFailed(messages, end);
+        conversion.messages.insert(conversion.messages.end(), messages.Errors().begin(), messages.Errors().end());
+        conversion.opened.Add(messages.Opened());
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "Kestro/Planner/Plan.h"
 
+#include "convert/OpenedFiles.h"
 #include "convert/Progress.h"
 
 namespace App {
@@ -19,7 +20,8 @@ struct Conversion {
     int files = 1;     ///< pictures of a sequence
     Planner::MediaInfo written;
     std::vector<std::string> differences;  ///< where the file is not what the plan says
-    std::vector<std::string> messages;     ///< what ffmpeg had to say
+    std::vector<std::string> messages;     ///< what ffmpeg called errors
+    OpenedFiles opened;                    ///< beside the input; known where it leads to others
 };
 
 /// Throws Failure (ConversionFailed) when the program ffmpeg is not there.

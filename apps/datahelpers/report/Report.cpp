@@ -75,6 +75,7 @@ Complaint Told(const Planner::Problem& problem) {
                         .value = problem.value,
                         .allowed = problem.allowed,
                         .wayOut = problem.wayOut};
+    if (problem.code == Planner::ProblemCode::OpensOtherFiles) complaint.wayOut = "--follow-references";
     for (const Planner::Change& change : problem.changes) {
         complaint.wayOut += (complaint.wayOut.empty() ? "--set " : " --set ") + change.path + "=" + change.value;
     }
@@ -152,6 +153,12 @@ void Print(std::ostream& out, const Conversion& conversion, std::size_t width) {
     if (conversion.messages.empty()) return;
     out << "ffmpeg had complaints on the way:\n";
     for (const std::string& message : conversion.messages) out << "  " << message << "\n";
+}
+
+void PrintOpened(std::ostream& out, const std::vector<std::string>& names) {
+    if (names.empty()) return;
+    out << "Also read\n";
+    for (const std::string& name : names) out << "  " << Printable(name) << "\n";
 }
 
 void Print(std::ostream& out, const Complaint& complaint, std::size_t width) {

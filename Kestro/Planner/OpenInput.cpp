@@ -1,0 +1,144 @@
+#include "Kestro/Planner/OpenInput.h"
+
+extern "C" {
+#include <libavutil/dict.h>
+}
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+#include "Kestro/FFWrapper/CodecIDFromTextID.h"
+#include "Kestro/FFWrapper/Demuxers.h"
+#include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/Text.h"
+
+namespace Kestro::Planner {
+namespace {
+
+constexpr const char* kOnlyFiles = "file";
+
+/// Options for FFmpeg; goes with what was not taken of them.
+class Options {
+public:
+    Options() { av_dict_set(&dictionary_, "protocol_whitelist", kOnlyFiles, 0); }
+    ~Options() { av_dict_free(&dictionary_); }
+    Options(const Options&) = delete;
+    Options& operator=(const Options&) = delete;
+    AVDictionary** Get() { return &dictionary_; }
+
+private:
+    AVDictionary* dictionary_ = nullptr;
+};
+
+std::string ErrorText(int error) {
+    char text[AV_ERROR_MAX_STRING_SIZE] = {};
+    av_strerror(error, text, sizeof text);
+    return text;
+}
+
+/// A name that tells the demuxers how the file's name ends, and no more.
+std::string PlainName(const std::string& path) {
+    const std::string name = path.substr(path.rfind('/') + 1);
+    const std::size_t dot = name.rfind('.');
+    if (dot == std::string::npos) return "input";
+    const auto isPlain = [](char c) { return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'z'); };
+    return std::all_of(name.begin() + static_cast<std::ptrdiff_t>(dot) + 1, name.end(), isPlain)
+               ? "input" + name.substr(dot)
+               : "input";
+}
+
+}  // namespace
+
+int OpenInput::OpenOnlyInput(AVFormatContext* context, AVIOContext** file, const char* url, int flags,
+                             AVDictionary** options) {
+    // A demuxer's own contexts may have this function without what stands behind it.
+    auto* input = static_cast<OpenInput*>(context->opaque);
+    if (input == nullptr) return AVERROR(EPERM);
+    if (url == input->url_ && (flags & AVIO_FLAG_WRITE) == 0) {
+        return input->openFile_(context, file, url, flags, options);
+    }
+    // One that only looks whether there is more finds none.
+    const std::string_view name = url;
+    const char* path = name.starts_with("file:") ? url + 5 : url;
+    if (name.find("://") == std::string_view::npos && access(path, F_OK) != 0) return AVERROR(ENOENT);
+    input->refused_ = url;
+    return AVERROR(EPERM);
+}
+
+int OpenInput::IsLate(void* input) {
+    // A playlist may have FFmpeg wait for what never comes.
+    constexpr std::chrono::seconds kPatience{20};
+    return std::chrono::steady_clock::now() - static_cast<OpenInput*>(input)->begun_ > kPatience ? 1 : 0;
+}
+
+void OpenInput::ThrowUnreadable(const std::string& reason) const {
+    throw NotAcceptable(
+        {.code = ProblemCode::UnreadableInput, .message = "Cannot read " + Printable(path_) + ": " + reason + "."});
+}
+
+void OpenInput::ThrowOpensOthers(const std::string& what) const {
+    throw NotAcceptable({.code = ProblemCode::OpensOtherFiles,
+                         .message = Printable(path_) + " is not read: it leads to other files" + what + "."});
+}
+
+void OpenInput::ThrowOf(int error) const {
+    if (!refused_.empty()) ThrowOpensOthers(", such as " + Printable(refused_));
+    if (error == AVERROR_INVALIDDATA) ThrowUnreadable("it is no media file that FFmpeg knows");
+    if (error < 0) ThrowUnreadable(ErrorText(error));
+}
+
+const AVInputFormat* OpenInput::FindDemuxer() const {
+    Options options;
+    AVIOContext* file = nullptr;
+    ThrowOf(avio_open2(&file, url_.c_str(), AVIO_FLAG_READ, nullptr, options.Get()));
+    const AVInputFormat* demuxer = nullptr;
+    const int score = av_probe_input_buffer2(file, &demuxer, PlainName(path_).c_str(), nullptr, 0, 0);
+    avio_closep(&file);
+    ThrowOf(score);
+    return demuxer;
+}
+
+OpenInput::OpenInput(const std::string& path, const ProbeOptions& options) : path_(path), url_(FileUrl(path)) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) ThrowUnreadable(std::strerror(errno));
+    if (S_ISDIR(status.st_mode)) ThrowUnreadable("it is a directory");
+    // It is read twice: to look at it and to convert it.
+    if (!S_ISREG(status.st_mode)) ThrowUnreadable("it is no regular file");
+    if (access(path.c_str(), R_OK) != 0) ThrowUnreadable(std::strerror(errno));
+
+    const AVInputFormat* demuxer = options.picture.empty() ? FindDemuxer() : av_find_input_format("image2");
+    if (!options.followReferences && demuxer != nullptr && FFWrapper::OpensOtherFiles(demuxer->name)) {
+        ThrowOpensOthers(std::string(" (") + demuxer->name + ")");
+    }
+    AVFormatContext* context = avformat_alloc_context();
+    if (context == nullptr) ThrowOf(AVERROR(ENOMEM));
+    if (!options.picture.empty()) context->video_codec_id = FFWrapper::CodecIDFromTextID(options.picture);
+    if (options.followReferences) {
+        context->interrupt_callback = {IsLate, this};
+    } else {
+        openFile_ = context->io_open;
+        context->io_open = OpenOnlyInput;
+        context->opaque = this;
+    }
+    Options chosen;
+    av_dict_set(chosen.Get(), "pattern_type", "none", 0);
+    ThrowOf(avformat_open_input(&context, url_.c_str(), demuxer, chosen.Get()));
+    context_.reset(context);
+    // A playlist that is written on has no end to convert to.
+    if (options.followReferences && (context->ctx_flags & AVFMTCTX_UNSEEKABLE) != 0) {
+        ThrowUnreadable("it is a live playlist, without an end");
+    }
+}
+
+AVFormatContext& OpenInput::ReadHeaders() {
+    const int found = avformat_find_stream_info(context_.get(), nullptr);
+    ThrowOf(found);
+    return *context_;
+}
+
+}  // namespace Kestro::Planner
