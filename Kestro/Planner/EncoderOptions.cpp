@@ -42,14 +42,11 @@ private:
 void AddBitrate(const PlannedStream& stream, const EncoderRecord& encoder, const Property& codec,
                 const DiscRecord* disc, StreamOptions& options) {
     const bool isVariable = TextAt(codec, IFormatCodec::TAG_BITRATE_MODE) == IFormatCodec::TAG_BITRATE_MODE_VBR;
-    const auto quality = Integer(codec, IFormatCodec::TAG_QUALITY);
-    // The preset's own bitrate, and the one that two passes share out, are asked for as such.
-    const bool isByBitrate = IsTwoPass(codec) || Flag(codec, Below(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE,
-                                                                   IFormatCodecVideo::TAG_APPROVED_VBR_MODE_ONLY));
-    if (isVariable && quality && !isByBitrate) {
-        const auto given = encoder.QualityOptions(*quality);
-        for (const auto& [option, value] : given) options.Add(option, value);
-        if (!given.empty()) return;
+    if (IsByQuality(codec, &encoder)) {
+        for (const auto& [option, value] : encoder.QualityOptions(*Integer(codec, IFormatCodec::TAG_QUALITY))) {
+            options.Add(option, value);
+        }
+        return;
     }
     const auto bitrate = Integer(codec, IFormatCodec::TAG_BITRATE);
     if (!bitrate || *bitrate <= 0) return;
@@ -104,6 +101,7 @@ std::string EscapedParameter(const std::string& value) {
 }
 
 void AddPass(const EncoderRecord& encoder, int pass, const std::string& passDirectory, StreamOptions& options) {
+    if (encoder.passes == FFWrapper::Passes::None) return;
     const std::string log = passDirectory + "/pass";
     if (encoder.passes == FFWrapper::Passes::X265Parameters) {
         options.Add("x265-params", "pass=" + std::to_string(pass) + ":stats=" + EscapedParameter(log));
@@ -129,6 +127,13 @@ EncoderRecord RecordOf(const PlannedStream& stream) {
 
 bool IsTwoPass(const Property& codec) {
     return TextAt(codec, IFormatCodec::TAG_MULTIPASS_ENCODING) == IFormatCodec::TAG_TWO_PASS_MODE;
+}
+
+bool IsByQuality(const Property& codec, const EncoderRecord* encoder) {
+    // The preset's own bitrate, and the one that two passes share out, are asked for as such.
+    return encoder != nullptr && encoder->quality != nullptr && Integer(codec, IFormatCodec::TAG_QUALITY) &&
+           TextAt(codec, IFormatCodec::TAG_BITRATE_MODE) == IFormatCodec::TAG_BITRATE_MODE_VBR && !IsTwoPass(codec) &&
+           !Flag(codec, Below(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE, IFormatCodecVideo::TAG_APPROVED_VBR_MODE_ONLY));
 }
 
 void AddEncoderOptions(const Plan& plan, std::size_t planned, std::size_t index, const Pass& pass,

@@ -3,12 +3,16 @@
 #include <string>
 #include <vector>
 
+#include "Kestro/FFWrapper/EncoderRecord.h"
 #include "Kestro/Planner/Plan.h"
 
 namespace Kestro::Planner {
 
 /// Whether the stream of that codec node is made in two passes over the source.
 bool IsTwoPass(const Core::Property& codec);
+
+/// Whether the encoder keeps a quality in the stream of that codec node, whatever bitrate that takes.
+bool IsByQuality(const Core::Property& codec, const FFWrapper::EncoderRecord* encoder);
 
 /// One of two passes over the source; number 0 when there is but one.
 struct Pass {

@@ -4,8 +4,11 @@
 
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Core/PropertyValueToString.h"
+#include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 #include "Kestro/Planner/Domain.h"
+#include "Kestro/Planner/EncoderOptions.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/RateControl.h"
 #include "Kestro/Planner/Tree.h"
 
 namespace Kestro::Planner {
@@ -82,7 +85,9 @@ void ApplyEncoderPreset(const PresetStream& stream, bool isComplete, const Conf:
     const std::string ofDefault = "the default of " + stream.codecId;
     Property preset = stream.settings[stream.kind->codecKey];
     const Property defaults = encoder.GetDefaultSettings();
-    if (preset[IFormatCodec::TAG_CODEC_ID].GetString() == stream.codecId) {
+    const bool isVideo = stream.kind->type == Conf::StreamType::Video;
+    const bool isOwn = preset[IFormatCodec::TAG_CODEC_ID].GetString() == stream.codecId;
+    if (isOwn && !(isVideo && CompleteRateControl(stream, encoder, requirements, settings, preset))) {
         const auto complete = [&](const std::string& tag) {
             if (preset.ChildExists(tag) || !defaults.ChildExists(tag)) return;
             preset.SetChild(tag, defaults[tag]);
@@ -106,9 +111,13 @@ void ApplyEncoderPreset(const PresetStream& stream, bool isComplete, const Conf:
     settings.Take(codec, Origin::Preset);
     // What the encoder makes of a rate control that leaves the bitrate to it.
     const bool isAutomatic = TextAt(preset, mode) == IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO;
+    const auto* record = FFWrapper::EncoderRecord::Find(FFWrapper::EncoderNameFromCodecId(stream.codecId));
     for (const std::string* tag : {&mode, &bitrate}) {
         const Property* was = preset.ChildExists(*tag) ? &preset[*tag] : before.FindByPath(*tag);
         if (was == nullptr || !codec.ChildExists(*tag)) continue;
+        if (tag == &bitrate && IsByQuality(codec, record)) continue;
+        const Property* asked = stream.settings[stream.kind->codecKey].FindByPath(*tag);
+        if (tag == &mode && asked != nullptr && *asked == codec[*tag]) continue;
         const bool isSame = *was == codec[*tag];
         if (isSame && (tag == &mode || !isAutomatic)) continue;
         std::string reason = "constant, and the bitrate is left to the program";
@@ -119,6 +128,7 @@ void ApplyEncoderPreset(const PresetStream& stream, bool isComplete, const Conf:
         }
         settings.Set(*tag, codec[*tag], Origin::Automatic, reason);
     }
+    MoveAskedToNearest(stream.kind->codecKey, requirements, settings);
 }
 
 }  // namespace Kestro::Planner

@@ -6,6 +6,7 @@
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Core/PropertyValueToString.h"
+#include "Kestro/Planner/RateControl.h"
 #include "Kestro/Planner/Text.h"
 #include "Kestro/Planner/Tree.h"
 #include "Kestro/Proc/IFilterResample.h"
@@ -74,6 +75,15 @@ void FitFrameSize(StreamSettings& settings, const Requirement& requirement, cons
     });
 }
 
+/// What is asked for stays, or is refused; but a number goes to the nearest that can be had. Sides have a shape to
+/// keep.
+bool MayMove(const StreamSettings& settings, const std::string& path, const Property& value, const Property& nearest) {
+    if (!settings.IsAsked(path)) return true;
+    const std::string tag = LastSegment(path);
+    const bool isRate = tag == IFormatCodecAudio::TAG_SAMPLE_RATE || tag == IFormatCodecVideo::TAG_FPS;
+    return isRate && IsSameMagnitude(value, nearest);
+}
+
 void AlignSamples(StreamSettings& settings) {
     for (const StreamSettings::Filter& filter : settings.Filters()) {
         if (filter.classId != Proc::IFilterResample::CLASS_ID) continue;
@@ -122,11 +132,13 @@ void FitUnasked(StreamSettings& settings, const Requirements& requirements, cons
     for (int round = 0; round < kMaxFits; ++round) {
         const Property tree = settings.RuleTree();
         const auto broken = std::ranges::find_if(requirements, [&](const Requirement& requirement) {
-            if (!requirement.Applies(tree) || settings.IsAsked(requirement.path)) return false;
+            if (!requirement.Applies(tree)) return false;
             if (settings.InCodec(requirement.path).empty()) return false;
             if (!codecSettingsToo && requirement.path.starts_with(codecKey)) return false;
             const Property& value = tree.ChildByPath(requirement.path);
-            return !IsMet(requirement, settings, tree) && !(requirement.Corrected(value) == value);
+            const Property nearest = requirement.Corrected(value);
+            return !IsMet(requirement, settings, tree) && !(nearest == value) &&
+                   MayMove(settings, requirement.path, value, nearest);
         });
         if (broken == requirements.end()) return;
         const Property& before = tree.ChildByPath(broken->path);
@@ -140,7 +152,10 @@ void FitUnasked(StreamSettings& settings, const Requirements& requirements, cons
         std::string reason = WhyMoved(*broken, requirements, settings, tree);
         if (!settings.IsOpen(broken->path) || settings.OfInput(broken->path) == nullptr) {
             const bool isInput = !broken->path.starts_with(codecKey);
-            reason = (isInput ? "The input has " : "The default is ") + PropertyValueToString(before) + ". " + reason;
+            const std::string whose = isInput ? "The input has " : "The default is ";
+            reason = (settings.IsAsked(broken->path) ? "The nearest that can be had"
+                                                     : whose + PropertyValueToString(before)) +
+                     ". " + reason;
         }
         settings.Set(place, broken->Corrected(before), Origin::Encoder, reason);
     }

@@ -2,6 +2,7 @@
 
 extern "C" {
 #include <libavcodec/codec.h>
+#include <libavcodec/codec_desc.h>
 }
 
 #include <algorithm>
@@ -28,6 +29,8 @@ constexpr QualityScale kSvtAv1{.option = "crf", .worst = 63, .best = 4, .isWhole
 constexpr QualityScale kMpeg{.option = "q", .worst = 31, .best = 2, .isQuantiser = true};
 constexpr QualityScale kProres{.option = "q", .worst = 64, .best = 2, .isQuantiser = true};
 constexpr QualityScale kJpeg2000{.option = "q", .worst = 80, .best = 0.25, .isQuantiser = true};
+// As good to the eye as what the encoders of H.264 give; FFmpeg's own default, 200 kbit/s, is for a stamp.
+constexpr UsualSettings kMpegUsual{.quality = 67};
 // Scales that rise.
 constexpr QualityScale kTheora{.option = "q", .worst = 0, .best = 10};
 constexpr QualityScale kVorbis{.option = "q", .worst = -1, .best = 10};
@@ -60,34 +63,66 @@ BitrateLimits DtsLimits(int64_t sampleRate, const Conf::LayoutRecord& layout) {
     return {std::max(Audio::MIN_DTS_BITRATE, multipleBefore * sampleRate / kSamples + 1), Audio::MAX_DTS_BITRATE};
 }
 
+// Each `usual` is measured by scripts/compare-quality.
 constexpr EncoderRecord kRecords[] = {
-    {.codecId = Video::CODEC_ID_H264, .name = "libx264", .quality = &kX26x, .pixelFormats = kX26xPixels},
+    {.codecId = Video::CODEC_ID_H264,
+     .name = "libx264",
+     .quality = &kX26x,
+     .usual = {.quality = 58, .keyInterval = 250, .bFrames = 3},  // crf 22
+     .pixelFormats = kX26xPixels},
     {.codecId = Video::CODEC_ID_H265,
      .name = "libx265",
      .quality = &kX26x,
+     .usual = {.quality = 49, .keyInterval = 250, .bFrames = 4},  // crf 27
      .passes = Passes::X265Parameters,
      .pixelFormats = kX26xPixels,
      .profile = &Video::TAG_X265_PROFILE_MAIN,
      .profileWord = "main"},
-    {.codecId = Video::CODEC_ID_VP8, .name = "libvpx", .quality = &kVp8},
-    {.codecId = Video::CODEC_ID_VP9, .name = "libvpx-vp9", .quality = &kVp9, .pixelFormats = kAlways420},
+    {.codecId = Video::CODEC_ID_VP8, .name = "libvpx", .quality = &kVp8, .usual = {.quality = 46}},
+    {.codecId = Video::CODEC_ID_VP9,
+     .name = "libvpx-vp9",
+     .quality = &kVp9,
+     .usual = {.quality = 53},  // crf 32
+     .pixelFormats = kAlways420},
     {.codecId = Video::CODEC_ID_AV1,
      .name = "libsvtav1",
      .quality = &kSvtAv1,
+     .usual = {.quality = 48},  // crf 35
      .hasRateBuffer = false,
+     .passes = Passes::None,
      .videoLimits = BitrateLimits{1'000, 100'000'000}},  // it counts in kbit/s
-    {.codecId = Video::CODEC_ID_AV1, .name = "libaom-av1", .quality = &kVp9},
-    {.codecId = Video::CODEC_ID_THEORA, .name = "libtheora", .quality = &kTheora, .pixelFormats = kAlways420},
-    {.codecId = Video::CODEC_ID_MPEG4, .name = "mpeg4", .quality = &kMpeg},
-    {.codecId = Video::CODEC_ID_PRORES, .name = "prores_ks", .quality = &kProres},
-    {.codecId = Video::CODEC_ID_JPEG2000, .name = "jpeg2000", .quality = &kJpeg2000},
-    {.codecId = Video::CODEC_ID_MJPEG, .name = "mjpeg", .quality = &kMpeg},
-    {.codecId = Video::CODEC_ID_MPEG1VIDEO, .name = "mpeg1video", .quality = &kMpeg},
-    {.codecId = Video::CODEC_ID_MPEG2VIDEO, .name = "mpeg2video", .quality = &kMpeg, .pixelFormats = kAlways420},
-    {.codecId = Video::CODEC_ID_H263, .name = "h263", .quality = &kMpeg},
-    {.codecId = Video::CODEC_ID_FLV1, .name = "flv", .quality = &kMpeg},
-    {.codecId = Video::CODEC_ID_WMV2, .name = "wmv2", .quality = &kMpeg},
-    {.codecId = Video::CODEC_ID_DVVIDEO, .name = "dvvideo", .pixelFormats = kDvPixels},
+    {.codecId = Video::CODEC_ID_AV1, .name = "libaom-av1", .quality = &kVp9, .usual = {.quality = 53}},
+    {.codecId = Video::CODEC_ID_THEORA,
+     .name = "libtheora",
+     .quality = &kTheora,
+     .usual = {.quality = 70},
+     .pixelFormats = kAlways420},
+    {.codecId = Video::CODEC_ID_MPEG4, .name = "mpeg4", .quality = &kMpeg, .usual = kMpegUsual},
+    {.codecId = Video::CODEC_ID_PRORES,
+     .name = "prores_ks",
+     .quality = &kProres,
+     .usual = {.quality = 80},
+     .passes = Passes::None},
+    {.codecId = Video::CODEC_ID_JPEG2000,
+     .name = "jpeg2000",
+     .quality = &kJpeg2000,
+     .usual = {.quality = 64},
+     .passes = Passes::None},
+    {.codecId = Video::CODEC_ID_MJPEG,
+     .name = "mjpeg",
+     .quality = &kMpeg,
+     .usual = {.quality = 85},
+     .passes = Passes::None},
+    {.codecId = Video::CODEC_ID_MPEG1VIDEO, .name = "mpeg1video", .quality = &kMpeg, .usual = kMpegUsual},
+    {.codecId = Video::CODEC_ID_MPEG2VIDEO,
+     .name = "mpeg2video",
+     .quality = &kMpeg,
+     .usual = kMpegUsual,
+     .pixelFormats = kAlways420},
+    {.codecId = Video::CODEC_ID_H263, .name = "h263", .quality = &kMpeg, .usual = kMpegUsual},
+    {.codecId = Video::CODEC_ID_FLV1, .name = "flv", .quality = &kMpeg, .usual = kMpegUsual},
+    {.codecId = Video::CODEC_ID_WMV2, .name = "wmv2", .quality = &kMpeg, .usual = kMpegUsual},
+    {.codecId = Video::CODEC_ID_DVVIDEO, .name = "dvvideo", .passes = Passes::None, .pixelFormats = kDvPixels},
     {.codecId = Audio::CODEC_ID_AAC,
      .name = "aac",
      .profiles = kAacProfiles,
@@ -138,6 +173,12 @@ std::string EncoderRecord::PixelFormat(const std::string& ofProfile, int64_t lin
         if (fits) return format.name;
     }
     return {};
+}
+
+bool IsAlwaysLossless(const std::string& codecId) {
+    const AVCodecDescriptor* descriptor = avcodec_descriptor_get_by_name(codecId.c_str());
+    return descriptor != nullptr && (descriptor->props & AV_CODEC_PROP_LOSSLESS) != 0 &&
+           (descriptor->props & AV_CODEC_PROP_LOSSY) == 0;
 }
 
 bool IsExperimental(const std::string& encoderName, const std::string& profile) {

@@ -32,7 +32,15 @@ struct PixelFormatOf {
 };
 
 /// How an encoder is told that a run is one of two.
-enum class Passes { Options, X265Parameters };
+enum class Passes { None, Options, X265Parameters };
+
+/// What an encoder is given where nobody says how good or how large the picture shall be: not worse than what FFmpeg
+/// gives it by itself, where that is no bitrate that starves every picture.
+struct UsualSettings {
+    int64_t quality = 0;  ///< 0: it has no mode of constant quality
+    std::optional<int64_t> keyInterval = {};
+    std::optional<int64_t> bFrames = {};
+};
 
 /// What is known of one encoder of FFmpeg beyond what its libraries tell: a row of a table in which a codec's encoders
 /// stand best first.
@@ -40,7 +48,8 @@ struct KESTRO_FFWRAPPER_API EncoderRecord {
     const std::string& codecId;
     const char* name;
     const QualityScale* quality = nullptr;  ///< null: it has no mode of constant quality
-    bool hasRateBuffer = true;              ///< false: it refuses a highest bitrate beside the mean one
+    UsualSettings usual = {};
+    bool hasRateBuffer = true;  ///< false: it refuses a highest bitrate beside the mean one
     Passes passes = Passes::Options;
     std::span<const PixelFormatOf> pixelFormats = {};  ///< the first that fits; none: the nearest to the source's
     /// The codec's profile that the encoder calls by another word, and that word.
@@ -65,6 +74,9 @@ struct KESTRO_FFWRAPPER_API EncoderRecord {
     /// source's.
     std::string PixelFormat(const std::string& ofProfile, int64_t lines) const;
 };
+
+/// Whether a codec loses nothing of the picture or sound, so that no bitrate or quality moves it.
+KESTRO_FFWRAPPER_API bool IsAlwaysLossless(const std::string& codecId);
 
 /// Whether FFmpeg's encoder, or the profile that it shall write, is one that FFmpeg calls experimental.
 KESTRO_FFWRAPPER_API bool IsExperimental(const std::string& encoderName, const std::string& profile);
