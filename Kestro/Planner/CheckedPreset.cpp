@@ -241,6 +241,7 @@ private:
                             kind, *FindHelper(CodecsOf(kind.type), own.empty() ? CodecInstead(stream, kind) : own))
                       : KnownWithoutEncoder(kind);
         known.SetChild(PresetStream::kTracks, PresetStream::kAllTracks);
+        if (kind.type == Conf::StreamType::Video) known.SetChild(PresetStream::kKeepFields, true);
         return known;
     }
 
@@ -253,7 +254,8 @@ private:
         ReadAutomatic(stream.settings);
         CheckSettings(stream.settings, Known(settings), Below(IPreset::KEY_STREAMS, std::to_string(number)));
         stream.tracks = TextAt(stream.settings, PresetStream::kTracks);
-        stream.settings.RemoveChild(PresetStream::kTracks);
+        stream.keepsFields = Flag(stream.settings, PresetStream::kKeepFields);
+        for (const char* name : {PresetStream::kTracks, PresetStream::kKeepFields}) stream.settings.RemoveChild(name);
         SetCodec(settings, stream);
         checked_.streams.push_back(std::move(stream));
     }

@@ -16,6 +16,8 @@ struct PresetStream {
     static constexpr const char* kTracks = "Tracks";
     static constexpr const char* kAllTracks = "all";
     static constexpr const char* kNoTracks = "none";
+    // Of video: whether an interlaced source stays so.
+    static constexpr const char* kKeepFields = "KeepFields";
 
     const Conf::StreamRecord* kind;
     std::string path;              ///< as the user writes it: "Streams/TypeId=audio"
@@ -26,6 +28,7 @@ struct PresetStream {
     bool isOpen = false;           ///< nobody names the codec
     bool isCopy = false;           ///< the source's packets are asked for as they are
     bool isImplied = false;        ///< the preset does not list it: it goes with what the preset lists
+    bool keepsFields = false;      ///< as kKeepFields has it
     std::string tracks = {};       ///< as kTracks has it; empty: nothing is said
 };
 

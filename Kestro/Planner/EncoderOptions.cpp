@@ -74,7 +74,7 @@ void AddSettings(const PlannedStream& stream, const EncoderRecord& encoder, cons
     options.AddIfGiven("profile",
                        encoder.profile != nullptr && *encoder.profile == profile ? encoder.profileWord : profile);
     if (stream.kind->type != StreamType::Video) return;
-    options.AddIfGiven("pix_fmt", encoder.PixelFormat(profile, codec[IFormatCodecVideo::TAG_HEIGHT].GetInt64()));
+    options.AddIfGiven("pix_fmt", stream.pixels.format);
     if (const auto frames = Integer(codec, IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL); frames && *frames >= 0) {
         options.Add("g", std::to_string(*frames));
     }
@@ -100,15 +100,41 @@ std::string EscapedParameter(const std::string& value) {
     return escaped;
 }
 
-void AddPass(const EncoderRecord& encoder, int pass, const std::string& passDirectory, StreamOptions& options) {
-    if (encoder.passes == FFWrapper::Passes::None) return;
+/// As x265 takes it, after SMPTE ST 2086 and CTA-861.3.
+std::string MasteringParameters(const MasteringDisplay& mastering) {
+    std::string text = "master-display=";
+    const char* const points[] = {"G", "B", "R", "WP"};
+    for (std::size_t i = 0; i < 4; ++i) {
+        text += std::string(points[i]) + "(" + std::to_string(mastering.chromaticities[2 * i]) + "," +
+                std::to_string(mastering.chromaticities[2 * i + 1]) + ")";
+    }
+    text += "L(" + std::to_string(mastering.maxLuminance) + "," + std::to_string(mastering.minLuminance) + ")";
+    if (mastering.maxContentLight == 0) return text;
+    return text + ":max-cll=" + std::to_string(mastering.maxContentLight) + "," +
+           std::to_string(mastering.maxAverageLight);
+}
+
+/// The parameters that x265 takes in a word of their own.
+std::string X265Parameters(const PlannedStream& stream, int pass, const std::string& log) {
+    std::string parameters;
+    if (stream.source.mastering && stream.source.colour.IsHdr() && !stream.pixels.isToneMapped) {
+        parameters = MasteringParameters(*stream.source.mastering);
+    }
+    if (pass == 0) return parameters;
+    if (!parameters.empty()) parameters += ':';
+    return parameters + "pass=" + std::to_string(pass) + ":stats=" + EscapedParameter(log);
+}
+
+/// pass: 0 when there is one alone.
+void AddPass(const PlannedStream& stream, const EncoderRecord& encoder, int pass, const std::string& passDirectory,
+             StreamOptions& options) {
     const std::string log = passDirectory + "/pass";
     if (encoder.passes == FFWrapper::Passes::X265Parameters) {
-        options.Add("x265-params", "pass=" + std::to_string(pass) + ":stats=" + EscapedParameter(log));
-        return;
+        options.AddIfGiven("x265-params", X265Parameters(stream, pass, log));
+    } else if (pass != 0) {
+        options.Add("pass", std::to_string(pass));
+        options.Add("passlogfile", log);
     }
-    options.Add("pass", std::to_string(pass));
-    options.Add("passlogfile", log);
 }
 
 /// An encoder without a row is taken for the usual one of its codec in all but its name for quality and passes.
@@ -148,10 +174,13 @@ void AddEncoderOptions(const Plan& plan, std::size_t planned, std::size_t index,
     options.AddIfGiven("filter", FilterGraph(plan, planned));
     AddBitrate(stream, encoder, codec, DiscRecord::Find(plan.FormatSettings()), options);
     AddSettings(stream, encoder, codec, options);
+    std::string flags;
     if (Flag(plan.FormatSettings(), IFormatCodec::TAG_GLOBAL_HEADER) && Flag(codec, IFormatCodec::TAG_GLOBAL_HEADER)) {
-        options.Add("flags", "+global_header");
+        flags += "+global_header";
     }
-    if (pass.number != 0 && IsTwoPass(codec)) AddPass(encoder, pass.number, pass.directory, options);
+    if (stream.pixels.isInterlaced) flags += "+ildct+ilme";
+    options.AddIfGiven("flags", flags);
+    AddPass(stream, encoder, IsTwoPass(codec) ? pass.number : 0, pass.directory, options);
 }
 
 }  // namespace Kestro::Planner

@@ -8,6 +8,7 @@
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Conf/SampleFmtRecord.h"
+#include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Text.h"
 #include "Kestro/Planner/Tree.h"
@@ -77,8 +78,8 @@ struct Picture {
 };
 
 /// How the source's picture comes into a frame of another shape.
-std::string ScaleChain(const Picture& source, const Picture& frame, SettingsResizer::Fit fit,
-                       const std::string& scaler) {
+std::string ScaleChain(const Picture& source, const Picture& frame, SettingsResizer::Fit fit, const std::string& scaler,
+                       bool isInterlaced) {
     // Proportions nearer than this are the same to the eye.
     constexpr double kSameShape = 1.02;
     // SmartFit cuts off at most this part of a side.
@@ -86,7 +87,8 @@ std::string ScaleChain(const Picture& source, const Picture& frame, SettingsResi
     const double ratio = source.Shape() / frame.Shape();
     const double excess = std::max(ratio, 1.0 / ratio);
     const auto scale = [&](int64_t width, int64_t height) {
-        return "scale=w=" + std::to_string(width) + ":h=" + std::to_string(height) + ":flags=" + scaler;
+        return "scale=w=" + std::to_string(width) + ":h=" + std::to_string(height) + ":flags=" + scaler +
+               (isInterlaced ? ":interl=1" : "");
     };
     const auto crop = [](int64_t width, int64_t height) {
         return "crop=w=" + std::to_string(width) + ":h=" + std::to_string(height);
@@ -125,8 +127,21 @@ std::string ScaleChain(const Picture& source, const Picture& frame, SettingsResi
     return scale(frame.width, frame.height);
 }
 
+/// From PQ or HLG in BT.2020 to BT.709, by light: linear, in wide numbers, the brightest parts rolled off.
+std::string ToneMapping(const Colour& colour) {
+    const std::string transfer = colour.transfer == "smpte2084" ? "smpte2084" : "arib-std-b67";
+    return "zscale=tin=" + transfer +
+           ":pin=bt2020:min=2020_ncl:t=linear:npl=100,format=gbrpf32le,zscale=p=bt709,tonemap=tonemap=hable:desat=0,"
+           "zscale=t=bt709:m=bt709:r=tv,format=yuv420p";
+}
+
 std::string VideoFilters(const PlannedStream& stream, const Property& settings, const Property& codec) {
     std::string chain;
+    if (stream.pixels.isDeinterlaced) AddFilter(chain, "bwdif=mode=send_frame");
+    if (stream.pixels.isInterlaced) {
+        AddFilter(chain, stream.source.isBottomFieldFirst ? "setfield=mode=bff" : "setfield=mode=tff");
+    }
+    if (stream.pixels.isToneMapped) AddFilter(chain, ToneMapping(stream.source.colour));
     const Picture source{stream.source.width, stream.source.height, stream.source.sampleAspectRatio};
     const Picture frame{
         codec[IFormatCodecVideo::TAG_WIDTH].GetInt64(), codec[IFormatCodecVideo::TAG_HEIGHT].GetInt64(),
@@ -141,7 +156,7 @@ std::string VideoFilters(const PlannedStream& stream, const Property& settings, 
         const std::string scaler =
             TextAt(settings, Below(Below(IFilterResize::CLASS_ID, IResize::CLASS_ID), IResize::METHOD));
         AddFilter(chain, ScaleChain(source, frame, isCustom ? resizer.fit : SettingsResizer::Fit::Stretch,
-                                    KnownScaler(scaler)));
+                                    KnownScaler(scaler), stream.pixels.isInterlaced));
         AddFilter(chain, "setsar=" + RatioText(frame.sampleAspectRatio));
     }
     const Ratio fps = codec[IFormatCodecVideo::TAG_FPS].GetRatio();
@@ -149,12 +164,14 @@ std::string VideoFilters(const PlannedStream& stream, const Property& settings, 
     return chain;
 }
 
-std::string AudioFilters(const PlannedStream& stream, const Property& settings, const Property& codec) {
+std::string AudioFilters(const PlannedStream& stream, const Property& settings, const Property& codec, bool isFilled) {
     std::string chain;
     const auto volume = Integer(settings, Below(IFilterAudioVolume::CLASS_ID, IFilterAudioVolume::VOLUME_VALUE));
     if (volume && *volume != 100) AddFilter(chain, "volume=" + Decimal(static_cast<double>(*volume) / 100.0));
     const int64_t rate = codec[IFormatCodecAudio::TAG_SAMPLE_RATE].GetInt64();
-    if (rate != stream.source.sampleRate) AddFilter(chain, "aresample=" + std::to_string(rate));
+    std::string resample = rate != stream.source.sampleRate ? std::to_string(rate) : std::string();
+    if (isFilled) resample += std::string(resample.empty() ? "" : ":") + "async=1:first_pts=0";
+    if (!resample.empty()) AddFilter(chain, "aresample=" + resample);
     std::string format = "aformat=sample_rates=" + std::to_string(rate) +
                          ":channel_layouts=" + KnownLayout(codec[IFormatCodecAudio::TAG_LAYOUT].GetString());
     const std::string samples = TextAt(codec, IFormatCodecAudio::TAG_SAMPLE_FORMAT);
@@ -175,8 +192,15 @@ std::string AudioFilters(const PlannedStream& stream, const Property& settings, 
 
 std::string FilterGraph(const Plan& plan, std::size_t stream) {
     const PlannedStream& planned = plan.streams[stream];
-    const auto filters = planned.kind->type == Conf::StreamType::Video ? VideoFilters : AudioFilters;
-    return filters(planned, plan.StreamSettings(stream), plan.CodecSettings(stream));
+    const Property& settings = plan.StreamSettings(stream);
+    const Property& codec = plan.CodecSettings(stream);
+    if (planned.kind->type == Conf::StreamType::Video) return VideoFilters(planned, settings, codec);
+    // Where a file has no timestamps, sound that comes late or has holes keeps step with the picture by silence.
+    const bool hasPicture = std::ranges::any_of(plan.streams, [](const PlannedStream& other) {
+        return other.kind->type == Conf::StreamType::Video && !other.source.isCover;
+    });
+    const bool isFilled = hasPicture && !FFWrapper::MuxerRecord::Find(plan.muxer).hasTimestamps;
+    return AudioFilters(planned, settings, codec, isFilled);
 }
 
 }  // namespace Kestro::Planner

@@ -60,6 +60,14 @@ Json StreamJson(const MediaStream& stream) {
     return json;
 }
 
+Json PixelsJson(const Pixels& pixels) {
+    return {{"format", pixels.format.empty() ? Json() : Json(pixels.format)},
+            {"bitDepth", pixels.bitDepth},
+            {"toneMapped", pixels.isToneMapped},
+            {"deinterlaced", pixels.isDeinterlaced},
+            {"interlaced", pixels.isInterlaced}};
+}
+
 Json MediaJson(const MediaInfo& media) {
     Json json{{"path", media.path},
               {"demuxer", media.demuxer},
@@ -78,14 +86,15 @@ std::string ToJson(const Plan& plan) {
     json["globalHeader"] = plan.globalHeader;
     Json& streams = json["streams"] = Json::array();
     for (const PlannedStream& stream : plan.streams) {
-        streams.push_back({{"path", stream.path},
-                           {"type", stream.kind->typeId},
-                           {"inputStream", stream.source.index},
-                           {"codec", stream.codecId},
-                           {"copied", stream.isCopied},
-                           {"encoder", stream.encoder.empty() ? Json() : Json(stream.encoder)},
-                           {"globalHeader", stream.globalHeader},
-                           {"supported", stream.isSupported}});
+        Json& made = streams.emplace_back(Json{{"path", stream.path},
+                                               {"type", stream.kind->typeId},
+                                               {"inputStream", stream.source.index},
+                                               {"codec", stream.codecId},
+                                               {"copied", stream.isCopied},
+                                               {"encoder", stream.encoder.empty() ? Json() : Json(stream.encoder)},
+                                               {"globalHeader", stream.globalHeader},
+                                               {"supported", stream.isSupported}});
+        if (stream.kind->type == StreamType::Video && !stream.isCopied) made["pixels"] = PixelsJson(stream.pixels);
     }
     json["attachments"] = plan.attachments;
     json["settings"] = TreeJson(plan.settings);

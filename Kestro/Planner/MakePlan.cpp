@@ -10,6 +10,7 @@
 #include "Kestro/Planner/CheckedPreset.h"
 #include "Kestro/Planner/Fits.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/Pixels.h"
 #include "Kestro/Planner/StreamCopy.h"
 #include "Kestro/Planner/StreamPlanner.h"
 #include "Kestro/Planner/Subtitles.h"
@@ -106,7 +107,13 @@ void AddTrack(const CheckedPreset& preset, const Track& track, Plan& plan) {
         plan.Add(account);
         return;
     }
-    const Property settled = StreamPlanner(preset, wanted, *track.source, plan).Settle();
+    Property settled = StreamPlanner(preset, wanted, *track.source, plan).Settle();
+    Account account;
+    Pixels pixels;
+    if (wanted.kind->type == StreamType::Video) {
+        pixels = PlanPixels(wanted, *track.source, plan.FormatSettings(), settled[wanted.kind->codecKey], account);
+    }
+    plan.Add(account);
     AddStream(plan,
               {.kind = wanted.kind,
                .source = *track.source,
@@ -115,7 +122,8 @@ void AddTrack(const CheckedPreset& preset, const Track& track, Plan& plan) {
                .isCopied = false,
                .encoder = FFWrapper::EncoderNameFromCodecId(wanted.codecId),
                .globalHeader = Kestro::Conf::CodecHasGlobalHeader(wanted.codecId),
-               .isSupported = false},
+               .isSupported = false,
+               .pixels = pixels},
               settled);
 }
 

@@ -13,7 +13,7 @@
 namespace Kestro::Planner {
 
 /// The colours that a stream's numbers mean, by FFmpeg's names (ITU-T H.273); empty: not told.
-struct Colour {
+struct KESTRO_PLANNER_API Colour {
     std::string primaries;  ///< "bt709", "bt2020"
     std::string transfer;   ///< "bt709", "smpte2084"
     std::string matrix;     ///< "bt709", "bt2020nc"

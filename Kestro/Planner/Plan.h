@@ -40,6 +40,15 @@ struct Account {
     void Add(const Account& other);
 };
 
+/// What becomes of the pixels of a video stream that is encoded.
+struct Pixels {
+    std::string format;           ///< FFmpeg's; empty: the nearest to the source's that the encoder takes
+    int64_t bitDepth = 0;         ///< of a colour's sample
+    bool isToneMapped = false;    ///< high dynamic range becomes BT.709
+    bool isDeinterlaced = false;  ///< fields become frames
+    bool isInterlaced = false;    ///< fields stay
+};
+
 /// One stream of the output.
 struct PlannedStream {
     const Conf::StreamRecord* kind;
@@ -50,6 +59,7 @@ struct PlannedStream {
     std::string encoder;  ///< FFmpeg's name; empty when the stream is copied, or the installed FFmpeg has none
     bool globalHeader;    ///< the encoder writes its extradata into the container's header
     bool isSupported;     ///< the container's muxer stores the codec
+    Pixels pixels = {};
 };
 
 /// What a conversion will do: the settings that it uses and how they came about.

@@ -157,6 +157,14 @@ void TakeTypes(Property& settings, const Property& known, const std::string& pat
     Override(settings, both);
 }
 
+Pixels ReadPixels(const Reader& json) {
+    return {.format = json.ReadOptional<std::string>("format").value_or(std::string()),
+            .bitDepth = json.Read<int64_t>("bitDepth"),
+            .isToneMapped = json.Read<bool>("toneMapped"),
+            .isDeinterlaced = json.Read<bool>("deinterlaced"),
+            .isInterlaced = json.Read<bool>("interlaced")};
+}
+
 PlannedStream ReadPlanned(const Reader& json, const MediaInfo& input) {
     const auto type = json.Read<std::string>("type");
     const StreamRecord* kind = StreamRecord::Find(type);
@@ -166,14 +174,16 @@ PlannedStream ReadPlanned(const Reader& json, const MediaInfo& input) {
     if (source == input.streams.end() || source->type != kind->type || !IsUsable(*source)) {
         ThrowInvalid("the input has no " + kind->typeId + " stream " + std::to_string(index));
     }
-    return {.kind = kind,
-            .source = *source,
-            .path = json.Read<std::string>("path"),
-            .codecId = json.Read<std::string>("codec"),
-            .isCopied = json.Read<bool>("copied"),
-            .encoder = json.ReadOptional<std::string>("encoder").value_or(std::string()),
-            .globalHeader = json.Read<bool>("globalHeader"),
-            .isSupported = json.Read<bool>("supported")};
+    PlannedStream stream{.kind = kind,
+                         .source = *source,
+                         .path = json.Read<std::string>("path"),
+                         .codecId = json.Read<std::string>("codec"),
+                         .isCopied = json.Read<bool>("copied"),
+                         .encoder = json.ReadOptional<std::string>("encoder").value_or(std::string()),
+                         .globalHeader = json.Read<bool>("globalHeader"),
+                         .isSupported = json.Read<bool>("supported")};
+    if (json.Has("pixels")) stream.pixels = ReadPixels(json.Object("pixels"));
+    return stream;
 }
 
 /// What a codec node has of its source, beyond what presets may hold; the values stand for the types.

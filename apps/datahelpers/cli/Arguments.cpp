@@ -55,6 +55,7 @@ void AddPlanOptions(CLI::App& command, PlanOptions& options) {
                     "Which audio tracks: all, none, or by number and language: 1,3 or eng")
         ->type_name("TRACKS");
     command.add_option("--subtitles", options.subtitleTracks, "Which subtitles, likewise")->type_name("TRACKS");
+    command.add_flag("--keep-fields", options.keepsFields, "Leave interlaced video interlaced");
     command
         .add_option("--set", options.sets,
                     "Change a setting; the value follows the last =. The value auto leaves CodecId, RateControl, "

@@ -55,6 +55,7 @@ Preset ReadPreset(const PlanOptions& options) {
     if (!options.audio.empty()) preset.Choose(StreamType::Audio, options.audio, "--audio");
     if (!options.audioTracks.empty()) preset.ChooseTracks(StreamType::Audio, options.audioTracks);
     if (!options.subtitleTracks.empty()) preset.ChooseTracks(StreamType::Subtitle, options.subtitleTracks);
+    if (options.keepsFields) preset.Set("Streams/TypeId=video/KeepFields", "true");
     for (const std::string& set : options.sets) {
         const std::size_t end = EndOfPath(set);
         preset.Set(set.substr(0, end), set.substr(end + 1));

@@ -46,11 +46,18 @@ void PrintMedia(std::ostream& out, const MediaInfo& media) {
                 out << " pixels of " << RatioText(stream.sampleAspectRatio);
             }
             if (!stream.isCover) out << ", " << FpsText(stream.fps) << " frames/s";
+            if (stream.isInterlaced) out << ", interlaced";
+            if (stream.bitDepth > 8) out << ", " << stream.bitDepth << " bits";
+            if (stream.colour.IsHdr()) out << ", " << Printable(stream.colour.transfer);
         } else if (stream.type == StreamType::Audio) {
             out << ", " << stream.sampleRate << " Hz, " << stream.layout << ", " << stream.sampleFormat;
         }
+        if (!stream.language.empty()) out << ", " << Printable(stream.language);
+        if (!stream.title.empty()) out << ", \"" << Printable(stream.title) << "\"";
+        if (stream.isForced) out << ", forced";
         out << "\n";
     }
+    if (media.chapters > 0) out << "  " << media.chapters << " chapters\n";
 }
 
 void PrintIndented(std::ostream& out, const std::string& text, std::size_t indent, std::size_t width) {

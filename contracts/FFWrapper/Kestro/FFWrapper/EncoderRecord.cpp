@@ -76,6 +76,7 @@ constexpr EncoderRecord kRecords[] = {
      .usual = {.quality = 49, .keyInterval = 250, .bFrames = 4},  // crf 27
      .passes = Passes::X265Parameters,
      .pixelFormats = kX26xPixels,
+     .deepPixelFormat = "yuv420p10le",
      .profile = &Video::TAG_X265_PROFILE_MAIN,
      .profileWord = "main"},
     {.codecId = Video::CODEC_ID_VP8, .name = "libvpx", .quality = &kVp8, .usual = {.quality = 46}},
@@ -83,7 +84,8 @@ constexpr EncoderRecord kRecords[] = {
      .name = "libvpx-vp9",
      .quality = &kVp9,
      .usual = {.quality = 53},  // crf 32
-     .pixelFormats = kAlways420},
+     .pixelFormats = kAlways420,
+     .deepPixelFormat = "yuv420p10le"},
     {.codecId = Video::CODEC_ID_AV1,
      .name = "libsvtav1",
      .quality = &kSvtAv1,

@@ -52,6 +52,8 @@ struct KESTRO_FFWRAPPER_API EncoderRecord {
     bool hasRateBuffer = true;  ///< false: it refuses a highest bitrate beside the mean one
     Passes passes = Passes::Options;
     std::span<const PixelFormatOf> pixelFormats = {};  ///< the first that fits; none: the nearest to the source's
+    /// For sources of more than 8 bits, where no profile is asked for; null: they go into those of above.
+    const char* deepPixelFormat = nullptr;
     /// The codec's profile that the encoder calls by another word, and that word.
     const std::string* profile = nullptr;
     const char* profileWord = nullptr;
