@@ -81,6 +81,7 @@ public:
         return Placed();
     }
     bool string(string_t& value) override {
+        CheckLength(value);
         Place() = value;
         return Placed();
     }
@@ -96,6 +97,7 @@ public:
     bool key(string_t& name) override {
         Level& level = levels_.back();
         level.member.clear();  // The path of a complaint is the object's.
+        CheckLength(name);
         if (level.node->ChildExists(name)) Fail("\"" + Printable(name) + "\" stands twice" + AtPath());
         level.member = name;
         return true;
@@ -134,11 +136,18 @@ private:
     /// The node that takes the value which is being read.
     Property& Place() {
         if (levels_.empty()) Fail("settings are an object: { ... }");
+        if (++settings_ > kMaxJsonSettings) Fail("more than " + std::to_string(kMaxJsonSettings) + " settings");
         Level& level = levels_.back();
         if (level.isList) level.member = std::to_string(level.node->Count());
         return level.node->SetChild(level.member);
     }
     static bool Placed() { return true; }
+
+    void CheckLength(const std::string& text) const {
+        if (text.size() > kMaxJsonText) {
+            Fail("a text" + AtPath() + " is longer than " + std::to_string(kMaxJsonText) + " bytes");
+        }
+    }
 
     void Descend(bool isList) {
         if (levels_.size() >= kMaxJsonDepth) {
@@ -172,6 +181,7 @@ private:
     const std::size_t& consumed_;
     Property root_;
     std::vector<Level> levels_;
+    std::size_t settings_ = 0;
 };
 
 }  // namespace

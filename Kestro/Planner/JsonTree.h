@@ -15,13 +15,16 @@ namespace Kestro::Planner {
 
 using Json = nlohmann::ordered_json;
 
-/// No JSON text is nested deeper.
+/// No JSON text is nested deeper, has more values and nodes, or longer names and texts. The largest preset has some
+/// hundred settings of some ten bytes.
 constexpr std::size_t kMaxJsonDepth = 32;
+constexpr std::size_t kMaxJsonSettings = 4096;
+constexpr std::size_t kMaxJsonText = 4096;
 
 Json TreeJson(const Kestro::Core::Property& node);
 
 /// Reads a whole text; ratios stay the texts that they are. Throws NotAcceptable (InvalidJson) naming the text, line
-/// and column for what is no JSON, nested too deep, has a member twice, or holds a number that fits into neither 64
+/// and column for what is no JSON, beyond these limits, has a member twice, or holds a number that fits into neither 64
 /// bits nor a double; and for null and lists in places where settings have none.
 Kestro::Core::Property ParseJsonTree(const std::string& text, const std::string& name);
 

@@ -3,12 +3,14 @@
 #include <algorithm>
 
 #include "Kestro/Conf/DataHelpers/GlobalHeaderFunctions.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
 #include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/CheckedPreset.h"
 #include "Kestro/Planner/Fits.h"
+#include "Kestro/Planner/FrameRateRange.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Pixels.h"
 #include "Kestro/Planner/StreamCopy.h"
@@ -111,6 +113,10 @@ void AddTrack(const CheckedPreset& preset, const Track& track, Plan& plan) {
     Account account;
     Pixels pixels;
     if (wanted.kind->type == StreamType::Video) {
+        const std::string& fps = Conf::IFormatCodecVideo::TAG_FPS;
+        const Property& codec = settled[wanted.kind->codecKey];
+        CheckFrameRates(Below(Below(wanted.path, wanted.kind->codecKey), fps), track.source->fps,
+                        codec[fps].GetRatio());
         pixels = PlanPixels(wanted, *track.source, plan.FormatSettings(), settled[wanted.kind->codecKey], account);
     }
     plan.Add(account);

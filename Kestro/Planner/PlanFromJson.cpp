@@ -5,7 +5,9 @@
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Core/PropertyException.h"
+#include "Kestro/FFWrapper/Demuxers.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/Planner/FrameRateRange.h"
 #include "Kestro/Planner/Helpers.h"
 #include "Kestro/Planner/Json.h"
 #include "Kestro/Planner/JsonTree.h"
@@ -143,6 +145,9 @@ MediaInfo ReadMedia(const Reader& json) {
                     .duration = json.ReadOptional<double>("duration"),
                     .chapters = json.Read<int>("chapters"),
                     .streams = {}};
+    if (!FFWrapper::DemuxerExists(media.demuxer) || FFWrapper::OpensOtherFiles(media.demuxer)) {
+        ThrowInvalid("an input read as " + Printable(media.demuxer) + " is not for a plan that comes from elsewhere");
+    }
     json.ForEach("streams", [&](const Reader& stream) { media.streams.push_back(ReadStream(stream)); });
     return media;
 }
@@ -213,6 +218,9 @@ void CheckPicture(const PlannedStream& stream, const Property& codec) {
         if (!codec.ChildExists(child.Name())) ThrowInvalid(child.Name() + " is missing");
         check(codec[child.Name()].GetInt64());
     }
+    if (!IsFrameRate(stream.source.fps) || !IsFrameRate(codec[IFormatCodecVideo::TAG_FPS].GetRatio())) {
+        ThrowInvalid("frame rates are " + FrameRateRange());
+    }
     const auto shape = boost::rational_cast<double>(stream.source.sampleAspectRatio);
     if (shape <= 0.0 || shape > kMost || shape < 1.0 / kMost) ThrowInvalid("a sample aspect ratio is out of range");
 }
@@ -252,9 +260,16 @@ void ReadTypes(Plan& plan) {
 }  // namespace
 
 Plan PlanFromJson(const std::string& text) {
+    // An object takes longer to build with every member, and a depth without limit to take apart.
+    std::size_t values = 0;
+    const auto limit = [&values](int depth, Json::parse_event_t, const Json&) {
+        constexpr std::size_t kMost = 1 << 13;
+        if (depth > static_cast<int>(kMaxJsonDepth) || ++values > kMost) ThrowInvalid("it is too large");
+        return true;
+    };
     Json json;
     try {
-        json = Json::parse(text);
+        json = Json::parse(text, limit);
     } catch (const Json::exception&) {
         throw NotAcceptable({.code = ProblemCode::InvalidJson, .message = "It is no plan: it is no JSON text."});
     }

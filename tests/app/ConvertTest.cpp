@@ -62,12 +62,14 @@ TEST_F(Conversions, OfHigherQualityAreLarger) {
 }
 
 TEST_F(Conversions, TakeNamesAsTheyAre) {
-    for (const char* files : {"-in.mkv -out.mp4", "a:b.mkv c:d.mp4", "%03d.mkv %d.mp4", "\\''\".mkv' '$(c)\n.mp4'"}) {
+    for (const char* files :
+         {"-in.mkv -out.mp4", "a:b.mkv c:d.mp4", "%03d.mkv %d.mp4", "\\''\".mkv' '$(c)\n.mp4'",
+          R"($(printf 'x\302\233\342\200\256\377.mkv') $(printf 'y\302\233\342\200\256\377.mp4'))"}) {
         EXPECT_EQ(Convert(files, R"(cp $clip ./"$1")").status, 0) << files;
     }
     EXPECT_EQ(Convert("still%02d.png still.mp4", "ff -i $clip -frames:v 1 -update 1 still%02d.png").status, 0);
     EXPECT_EQ(Convert("%03d.png clip.mp4", "cp $clip %03d.png").status, 0);
-    EXPECT_EQ(Run("ls -A | wc -l").out, "13\n");  // one has two lines
+    EXPECT_EQ(Run("ls -A | wc -l").out, "15\n");  // one has two lines
 }
 
 TEST_F(Conversions, ReadNoFileThatWasNotNamed) {
@@ -93,7 +95,8 @@ TEST_F(Conversions, ReadNoFileThatWasNotNamed) {
 }
 
 TEST_F(Conversions, BeginOnlyWhenTheOutputCanBeWritten) {
-    Run("cp $clip clip.mkv; ln clip.mkv same.mkv; mkdir directory; ln -s nowhere dangling");
+    Run("cp $clip clip.mkv; cp $presets/mp4-h264-aac.json preset; ln clip.mkv same.mkv; mkdir directory; ln -s nowhere "
+        "dangling");
     const std::string before = Run("ls -A").out;
     const Table<2> rows = {
         {"directory", "it is a directory"},
@@ -104,17 +107,24 @@ TEST_F(Conversions, BeginOnlyWhenTheOutputCanBeWritten) {
         {"/dev/null", "it is no regular file"},
         {"''", "it has no name"},
         {"new/", "it has no name"},
+        {"preset --preset preset", "it is the preset itself"},
     };
     for (const auto& [output, says] : rows) {
-        const Result result = Convert("clip.mkv " + output);
+        const Result result = Run("datahelpers convert clip.mkv " + output +
+                                  (output.find("--") == std::string::npos ? " --format mp4" : ""));
         EXPECT_EQ(result.status, 2) << output;
         EXPECT_THAT(result.err, HasSubstr(says)) << output;
     }
     EXPECT_EQ(Run("ls -A").out, before);
 }
 
+TEST_F(Conversions, DoNotNeedStandardStreams) {
+    EXPECT_EQ(Convert("$clip out.mp4", "exec <&-", ">&- 2>&-").status, 0);
+    EXPECT_EQ(Run("ls -A; head -c 8 out.mp4 | tail -c 4").out, "out.mp4\nftyp");
+}
+
 TEST_F(Conversions, ReplaceAFileWhenTheyAreComplete) {
-    const std::string old = "echo old >out.mp4; chmod 640 out.mp4; ln -s out.mp4 link.mp4";
+    const std::string old = "echo old >out.mp4; chmod 6640 out.mp4; ln -s out.mp4 link.mp4";
     EXPECT_EQ(Convert("$clip link.mp4", old).status, 0);
     EXPECT_EQ(Run("ls -A; readlink link.mp4; stat -c %a out.mp4; head -c 8 out.mp4 | tail -c 4").out,
               "link.mp4\nout.mp4\nout.mp4\n640\nftyp");

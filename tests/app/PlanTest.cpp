@@ -176,6 +176,8 @@ TEST_F(Plans, RefuseWhatCannotBeUsedAndNameAWayOut) {
         {preset + "$vc/RateControl=abr", "$vc/RateControl", "=cbr"},
         {preset + "$vc/RateControl=vbr", "$vc/Quality", "=50"},
         {preset + "$fps=7", "$fps", "=8/1"},
+        {"--format matroska $vc/Fps=1/1000000007", "$vc/Fps", "=25/1"},
+        {"--format avi $vc/Fps=90000", "$vc/Fps", "=25/1"},
         {"--format dvd $fps=25", "$fps", "=30000/1001"},
         {"--format dvd $size/Width=100", "$size/FrameSizeMode", "Resizer/Height=480"},
         {preset + "$size/FrameSizeMode=auto", "$size/FrameSizeMode", "=original"},

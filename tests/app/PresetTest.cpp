@@ -11,6 +11,12 @@ std::string Nested(int levels) {
     return text + "1" + std::string(static_cast<std::size_t>(levels), '}');
 }
 
+std::string Many(int settings) {
+    std::string text = "{\"a\": 1";
+    for (int i = 1; i < settings; ++i) text += ", \"" + std::to_string(i) + "\": 1";
+    return text + "}";
+}
+
 // A preset is read before the input: none is needed to see it refused. Status 2 is the missing input's.
 TEST_F(Presets, AreReadWholeOrRefused) {
     const std::string fine = "Cannot read absent.mkv";
@@ -34,6 +40,9 @@ TEST_F(Presets, AreReadWholeOrRefused) {
         {Nested(32), "", "Unknown setting \"a\""},
         {Nested(33), "", "deeper than 32 levels"},
         {Nested(100'000), "", "deeper than 32 levels"},
+        {"{\"a\": \"" + std::string(4097, 'a') + "\"}", "", "a text at a is longer than 4096 bytes"},
+        {"{\"" + std::string(4097, 'a') + "\": 1}", "", "is longer than 4096 bytes"},
+        {Many(4097), "", "more than 4096 settings"},
         {R"({})", "", "names no container.\n  setting: Format/Container\n"},
         {R"({"Format":"mp4"})", "", R"(Format must be a node with settings of its own, not "mp4")"},
         {R"({"Format":{"Container":"mp44"}})", "", R"(Did you mean "mp4"?)"},

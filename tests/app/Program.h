@@ -65,6 +65,9 @@ protected:
         Result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("../out"), Read("../err")};
         const auto isControl = [](unsigned char c) { return (c < ' ' && c != '\n') || c == 0x7f; };
         EXPECT_TRUE(std::ranges::none_of(result.out + result.err, isControl)) << "raw control characters: " << line;
+        for (const char* steering : {"\u009b", "\u202e", "\xff"}) {
+            EXPECT_EQ((result.out + result.err).find(steering), std::string::npos) << line;
+        }
         return result;
     }
     /// What a line that changes nothing left behind, be it now or before.

@@ -4,8 +4,10 @@ extern "C" {
 #include <libavutil/log.h>
 }
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 
@@ -94,7 +96,7 @@ Json PlanOnly(const Arguments& arguments) {
 
 Json PlanAndConvert(const Arguments& arguments) {
     const std::size_t width = TerminalWidth(STDOUT_FILENO);
-    if (!arguments.isSequence) OutputFile::Check(arguments.output, arguments.plan.input);
+    if (!arguments.isSequence) OutputFile::Check(arguments.output, arguments.plan.input, {arguments.plan.presetFile});
     OpenedFiles opened;
     const Planner::Plan plan = MakePlan(arguments.plan, opened);
     CheckConverter();
@@ -155,9 +157,17 @@ int Report(const Planner::NotAcceptable& refused, const Arguments& arguments, bo
     return code;
 }
 
+/// Where one was closed, the next file that is opened would take its number, and our words with it.
+void OpenStandardStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", O_RDWR) < 0) std::_Exit(1);
+    }
+}
+
 }  // namespace
 
 int main(int count, char** values) {
+    OpenStandardStreams();
     av_log_set_level(AV_LOG_QUIET);  // what matters comes back as an error
     Arguments arguments;
     const bool asJson = AsksForJson(count, values);

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -67,19 +68,32 @@ std::string RandomName() {
     return name + ".part";
 }
 
+/// Whose file it is, and who may use it: as before. What makes a program run as somebody else is not for new content.
+void TakeAccess(int file, const struct stat& existing) {
+    mode_t mode = existing.st_mode & 0777;
+    // The group's rights are for that group alone.
+    if (fchown(file, existing.st_uid, existing.st_gid) != 0 &&
+        fchown(file, static_cast<uid_t>(-1), existing.st_gid) != 0) {
+        mode &= ~mode_t{070};
+    }
+    fchmod(file, mode);
+}
+
 }  // namespace
 
-void OutputFile::Check(const std::string& path, const std::string& input) {
+void OutputFile::Check(const std::string& path, const std::string& input, const std::vector<std::string>& others) {
     const auto refuse = [&path](const std::string& reason) { ThrowUnwritable(path, reason, ExitStatus::WrongUsage); };
     if (path.empty()) refuse("it has no name");
     struct stat status {};
     if (stat(path.c_str(), &status) == 0) {
         if (S_ISDIR(status.st_mode)) refuse("it is a directory");
         if (!S_ISREG(status.st_mode)) refuse("it is no regular file");
-        struct stat source {};
-        if (stat(input.c_str(), &source) == 0 && source.st_dev == status.st_dev && source.st_ino == status.st_ino) {
-            refuse("it is the input itself");
-        }
+        const auto isThis = [&status](const std::string& file) {
+            struct stat other {};
+            return stat(file.c_str(), &other) == 0 && other.st_dev == status.st_dev && other.st_ino == status.st_ino;
+        };
+        if (isThis(input)) refuse("it is the input itself");
+        if (std::ranges::any_of(others, isThis)) refuse("it is the preset itself");
     } else if (lstat(path.c_str(), &status) == 0) {
         refuse("it is a link that leads nowhere");
     } else if (path.ends_with('/')) {
@@ -108,7 +122,7 @@ OutputFile::OutputFile(const std::string& path) : path_(RealPath(path)) {
             if (errno == EEXIST && attempt < kMaxAttempts) continue;
             ThrowUnwritable(path, std::strerror(errno), ExitStatus::ConversionFailed);
         }
-        if (replaces) fchmod(file.Get(), existing.st_mode & 07777);
+        if (replaces) TakeAccess(file.Get(), existing);
         return;
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace App {
 
@@ -9,8 +10,8 @@ namespace App {
 class OutputFile {
 public:
     /// Whether that name can be written at all. Throws Failure (WrongUsage): it is a directory, its directory is not
-    /// there, it is the input itself, or no regular file.
-    static void Check(const std::string& path, const std::string& input);
+    /// there, it is the input itself or another file that is read, or no regular file. Empty names are none.
+    static void Check(const std::string& path, const std::string& input, const std::vector<std::string>& others = {});
 
     /// Makes the temporary file, empty. Throws Failure (ConversionFailed).
     explicit OutputFile(const std::string& path);

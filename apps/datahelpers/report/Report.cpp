@@ -61,7 +61,7 @@ void PrintMedia(std::ostream& out, const MediaInfo& media) {
 }
 
 void PrintIndented(std::ostream& out, const std::string& text, std::size_t indent, std::size_t width) {
-    out << std::string(indent, ' ') << Wrapped(text, indent, indent, width) << "\n";
+    out << std::string(indent, ' ') << Wrapped(Printable(text), indent, indent, width) << "\n";
 }
 
 std::string SizeText(int64_t bytes) {
@@ -172,11 +172,11 @@ void Print(std::ostream& out, const Complaint& complaint, std::size_t width) {
     // Lines of their own stay so: they are the words of others.
     const std::size_t end = complaint.message.find('\n');
     const std::string prefix = "datahelpers: ";
-    out << prefix << Wrapped(complaint.message.substr(0, end), prefix.size(), 2, width);
+    out << prefix << Wrapped(Printable(complaint.message.substr(0, end)), prefix.size(), 2, width);
     if (end != std::string::npos) out << complaint.message.substr(end);
     out << "\n";
     const auto part = [&](const std::string& title, const std::string& text) {
-        out << "  " << title << ": " << Wrapped(text, title.size() + 4, 6, width) << "\n";
+        out << "  " << title << ": " << Wrapped(Printable(text), title.size() + 4, 6, width) << "\n";
     };
     if (!complaint.path.empty() && complaint.message.find(complaint.path) == std::string::npos) {
         part("setting", Printable(complaint.path + (complaint.value.empty() ? "" : " = " + complaint.value)));

@@ -1,5 +1,9 @@
 #include "Kestro/FFWrapper/Demuxers.h"
 
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
 #include <algorithm>
 
 namespace Kestro::FFWrapper {
@@ -12,6 +16,10 @@ bool OpensOtherFiles(const std::string& demuxer) {
     };
     const std::string name = DemuxerOption(demuxer);
     return std::ranges::any_of(kDemuxers, [&name](const char* known) { return name == known; });
+}
+
+bool DemuxerExists(const std::string& demuxer) {
+    return av_find_input_format(DemuxerOption(demuxer).c_str()) != nullptr;
 }
 
 std::string DemuxerOption(const std::string& demuxer) { return demuxer.substr(0, demuxer.find(',')); }

@@ -10,6 +10,9 @@ namespace Kestro::FFWrapper {
 /// file names or that are named like it.
 KESTRO_FFWRAPPER_API bool OpensOtherFiles(const std::string& demuxer);
 
+/// Whether FFmpeg has a demuxer of that name for files; devices are none.
+KESTRO_FFWRAPPER_API bool DemuxerExists(const std::string& demuxer);
+
 /// The name by which a demuxer is asked for: of several ("mov,mp4,m4a") the first.
 KESTRO_FFWRAPPER_API std::string DemuxerOption(const std::string& demuxer);
 
