@@ -128,7 +128,9 @@ OutputFile::OutputFile(const std::string& path) : path_(RealPath(path)) {
 }
 
 OutputFile::~OutputFile() {
-    if (!temporary_.empty()) unlink(temporary_.c_str());
+    // Whatever has become of it.
+    std::error_code none;
+    if (!temporary_.empty()) std::filesystem::remove_all(temporary_, none);
 }
 
 void OutputFile::Commit() {
