@@ -10,6 +10,7 @@
 #include "Kestro/Planner/Automatic.h"
 #include "Kestro/Planner/Collect.h"
 #include "Kestro/Planner/KnownSettings.h"
+#include "Kestro/Planner/SizeEstimate.h"
 #include "Kestro/Planner/Text.h"
 #include "Kestro/Planner/Tracks.h"
 #include "Kestro/Planner/Tree.h"
@@ -49,6 +50,7 @@ public:
         if (!problems_.From([&] { FindContainer(); }) || !problems_.From([&] { FillStreams(); })) problems_.Throw();
         for (const Change& change : preset_.Changes()) problems_.From([&] { Apply(change); });
         problems_.From([&] { CheckFormat(); });
+        problems_.From([&] { checked_.sizeLimit = ReadSizeLimit(tree_); });
         std::size_t number = 0;
         for (const Property& stream : tree_[IPreset::KEY_STREAMS]) {
             problems_.From([&] { AddStream(stream, number); });
@@ -64,6 +66,7 @@ private:
         Property known;
         known.SetChild(IPreset::KEY_FORMAT);
         known.SetChild(IPreset::KEY_STREAMS);
+        known.SetChild(Preset::KEY_SIZE);
         Property names;
         for (const Property& child : tree_) names.SetChild(child.Name());
         CheckSettings(names, known, {});
@@ -136,6 +139,7 @@ private:
 
     void Apply(const Change& change) {
         if (change.path == ContainerPath()) return;
+        if (change.path == Preset::KEY_SIZE) return (void)tree_.SetChild(change.path, change.value);
         const std::string formatPrefix = IPreset::KEY_FORMAT + Separator();
         const std::string streamsPrefix = IPreset::KEY_STREAMS + Separator();
         if (change.path.starts_with(formatPrefix)) {

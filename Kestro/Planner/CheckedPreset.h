@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +41,7 @@ struct CheckedPreset {
     HelperPtr format;
     Core::Property formatSettings;  ///< the format's node as the preset has it, without streams
     std::vector<PresetStream> streams;
+    std::optional<int64_t> sizeLimit;  ///< bytes
 };
 
 /// Throws NotAcceptable with all problems. The result refers to the preset.

@@ -110,6 +110,7 @@ std::string ToJson(const Plan& plan) {
                                {"reason", correction.reason}});
     }
     json["notes"] = plan.notes;
+    json["sizeLimit"] = plan.sizeLimit ? Json(*plan.sizeLimit) : Json();
     return Dump(json);
 }
 

@@ -10,7 +10,7 @@
 /// Plans and what they are made of as JSON texts, UTF-8; bytes of file names that are no UTF-8 are replaced by U+FFFD.
 namespace Kestro::Planner {
 
-/// { input, container, muxer, globalHeader, streams, settings, choices, corrections, notes }.
+/// { input, container, muxer, globalHeader, streams, settings, choices, corrections, notes, sizeLimit }.
 KESTRO_PLANNER_API std::string ToJson(const Plan& plan);
 /// { path, demuxer, duration, streams }.
 KESTRO_PLANNER_API std::string ToJson(const MediaInfo& media);

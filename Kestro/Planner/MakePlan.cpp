@@ -10,6 +10,7 @@
 #include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/CheckedPreset.h"
 #include "Kestro/Planner/Fits.h"
+#include "Kestro/Planner/FitToSize.h"
 #include "Kestro/Planner/FrameRateRange.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Pixels.h"
@@ -184,6 +185,7 @@ Plan Settle(const MediaInfo& input, const Preset& asked) {
     plan.input = input;
     plan.container = preset.container;
     plan.globalHeader = Kestro::Conf::FormatHasGlobalHeader(preset.container);
+    plan.sizeLimit = preset.sizeLimit;
     plan.settings.SetChild(IPreset::KEY_FORMAT, FormatNode(preset));
     plan.settings.SetChild(IPreset::KEY_STREAMS);
     plan.muxer = FFWrapper::MuxerName(plan.FormatSettings());
@@ -210,7 +212,9 @@ Plan Settle(const MediaInfo& input, const Preset& asked) {
 
 Plan MakePlan(const MediaInfo& input, const Preset& preset) {
     try {
-        return Settle(input, preset);
+        Plan plan = Settle(input, preset);
+        if (!plan.sizeLimit) return plan;
+        return FitToSize(plan, preset, [&input](const Preset& other) { return Settle(input, other); });
     } catch (const NotAcceptable&) {
         throw;
     } catch (const Exception& exception) {

@@ -71,7 +71,8 @@ struct KESTRO_PLANNER_API Plan : Account {
     /// { Format, Streams { 0 … } }: a child of Streams for each of `streams`, in that order.
     Kestro::Core::Property settings;
     std::vector<PlannedStream> streams;
-    std::vector<int> attachments;  ///< the input's streams that are files, such as fonts, and are kept
+    std::vector<int> attachments;           ///< the input's streams that are files, such as fonts, and are kept
+    std::optional<int64_t> sizeLimit = {};  ///< bytes that the output must not exceed
 
     const Kestro::Core::Property& FormatSettings() const;
     /// The codec node of a stream: the values that the output has.

@@ -280,6 +280,7 @@ Plan PlanFromJson(const std::string& text) {
     plan.globalHeader = reader.Read<bool>("globalHeader");
     plan.settings = reader.ReadTree("settings");
     plan.notes = reader.Read<std::vector<std::string>>("notes");
+    plan.sizeLimit = reader.ReadOptional<int64_t>("sizeLimit");
     reader.ForEach("streams", [&](const Reader& stream) { plan.streams.push_back(ReadPlanned(stream, plan.input)); });
     if (plan.streams.empty()) ThrowInvalid("it has no streams");
     plan.attachments = reader.Read<std::vector<int>>("attachments");

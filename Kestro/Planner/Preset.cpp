@@ -40,6 +40,8 @@ Preset& Preset::Set(std::string path, std::string value) {
     return *this;
 }
 
+Preset& Preset::LimitSize(int64_t bytes) { return Set(KEY_SIZE, std::to_string(bytes)); }
+
 const Preset::Choice* Preset::Chosen(Conf::StreamType type) const {
     const auto found = std::ranges::find(choices_, type, &Choice::type);
     return found != choices_.end() ? &*found : nullptr;

@@ -17,6 +17,7 @@ namespace Kestro::Planner {
 ///     Format { Container, ... }
 ///     Streams { 0 { TypeId, codec node, filter nodes, Tracks }, 1 { ... } }   left out: the container's default
 ///     streams
+///     Size                                                                    left out: as large as it comes to
 ///
 /// Paths are those of the tree, `/` between the names; a stream is named by its number or, the first of its type, as
 /// `TypeId=video`: `Streams/TypeId=video/VideoCodec/BitRate`.
@@ -24,6 +25,8 @@ class KESTRO_PLANNER_API Preset {
 public:
     /// In place of a codec's id: the input's stream as it is, without encoding it again.
     static constexpr const char* kCopy = "copy";
+    /// The name of the size's setting, beside the format and the streams: bytes, or a text as ParseSize reads it.
+    static constexpr const char* KEY_SIZE = "Size";
 
     /// A codec that is asked for beside the settings.
     struct Choice {
@@ -50,6 +53,9 @@ public:
     /// Changes or adds one setting. The value is read as the type that the setting has; "auto" leaves it to the
     /// planner.
     Preset& Set(std::string path, std::string value);
+
+    /// The output must not be larger than so many bytes, and is to be little smaller.
+    Preset& LimitSize(int64_t bytes);
 
     /// Whether it comes from a text, and is expected to say everything; else defaults are what was asked for.
     bool IsFromText() const { return isFromText_; }

@@ -58,6 +58,7 @@ bool MayBeCopied(const PresetStream& wanted) {
 
 std::string CopyObstacle(const CheckedPreset& preset, const PresetStream& wanted, const MediaStream& source,
                          const Plan& plan) {
+    if (plan.sizeLimit && !WantsCover(wanted)) return "a copy cannot be held to a size";
     const Property node = CopiedNode(*wanted.kind, source, source.codec);
     if (!IsStored(plan, wanted, source, node[wanted.kind->codecKey])) {
         return "the container " + preset.container + " does not store " + source.codec + " as it is in the input";

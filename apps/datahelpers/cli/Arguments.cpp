@@ -57,6 +57,10 @@ void AddPlanOptions(CLI::App& command, PlanOptions& options) {
     command.add_option("--subtitles", options.subtitleTracks, "Which subtitles, likewise")->type_name("TRACKS");
     command.add_flag("--keep-fields", options.keepsFields, "Leave interlaced video interlaced");
     command
+        .add_option("--size", options.size,
+                    "The output is not larger, and little smaller: bytes, or as 800k, 25M or 1.5G")
+        ->type_name("SIZE");
+    command
         .add_option("--set", options.sets,
                     "Change a setting; the value follows the last =. The value auto leaves CodecId, RateControl, "
                     "SampleRate, Layout and VideoFrameRate/Fps to the program. May be repeated")

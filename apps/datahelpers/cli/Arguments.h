@@ -22,6 +22,7 @@ struct PlanOptions {
     std::string audioTracks;        ///< as Preset::ChooseTracks has them, or empty
     std::string subtitleTracks;     ///< likewise
     bool keepsFields = false;       ///< of interlaced video
+    std::string size;               ///< or empty
     std::vector<std::string> sets;  ///< PATH=VALUE
     bool followReferences = false;  ///< files that the input names are read, too
 };

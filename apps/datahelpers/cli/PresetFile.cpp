@@ -56,6 +56,7 @@ Preset ReadPreset(const PlanOptions& options) {
     if (!options.audioTracks.empty()) preset.ChooseTracks(StreamType::Audio, options.audioTracks);
     if (!options.subtitleTracks.empty()) preset.ChooseTracks(StreamType::Subtitle, options.subtitleTracks);
     if (options.keepsFields) preset.Set("Streams/TypeId=video/KeepFields", "true");
+    if (!options.size.empty()) preset.Set(Preset::KEY_SIZE, options.size);
     for (const std::string& set : options.sets) {
         const std::size_t end = EndOfPath(set);
         preset.Set(set.substr(0, end), set.substr(end + 1));

@@ -9,6 +9,7 @@
 #include "Kestro/Planner/FfmpegCommands.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Probe.h"
+#include "Kestro/Planner/SizeLimit.h"
 #include "Kestro/Planner/Text.h"
 
 #include "cli/Failure.h"
@@ -20,11 +21,14 @@ namespace App {
 namespace {
 
 using Planner::Command;
+using Planner::CommandOptions;
 using Planner::FfmpegCommands;
 using Planner::PictureName;
 using Planner::Plan;
 
 constexpr const char* kProgram = "ffmpeg";
+// The first try that misses the size tells how far off; few need a third.
+constexpr int kMostTries = 5;
 
 [[noreturn]] void ThrowFfmpegFailed(const Messages& messages, const ChildEnd& end) {
     std::string reason = end.exited ? "it ended with status " + std::to_string(end.status)
@@ -74,6 +78,21 @@ int64_t SizeOf(const std::string& path) {
     return stat(path.c_str(), &status) == 0 ? status.st_size : 0;
 }
 
+/// Where the output was held to a size: whether that was met, and by other bitrates than were planned.
+void TellSize(const Plan& plan, const Plan& tried, Conversion& conversion) {
+    if (!plan.sizeLimit) return;
+    if (conversion.size > *plan.sizeLimit) {
+        throw Failure(ExitStatus::ConversionFailed,
+                      "The conversion failed: the output comes to " + std::to_string(conversion.size) + " bytes, not " +
+                          std::to_string(*plan.sizeLimit) + " at most as planned. Nothing was written.");
+    }
+    const auto others = Planner::OtherBitrates(plan, tried);
+    conversion.differences.insert(conversion.differences.end(), others.begin(), others.end());
+    if (static_cast<double>(conversion.size) < Planner::kLeastOfSize * static_cast<double>(*plan.sizeLimit)) {
+        conversion.differences.emplace_back("The output is smaller than it may be: no bitrate makes it larger.");
+    }
+}
+
 }  // namespace
 
 void CheckConverter() {
@@ -89,11 +108,19 @@ Conversion Convert(const Plan& plan, const std::string& output, Progress::Style 
     std::optional<TemporaryDirectory> passes;
     if (Planner::IsTwoPass(plan)) passes.emplace();
 
+    const CommandOptions options{.passDirectory = passes ? passes->Path() : std::string()};
     Conversion conversion;
-    const auto runs = FfmpegCommands(plan, temporary, {.passDirectory = passes ? passes->Path() : std::string()});
-    Run(plan, runs, temporary, output, signals, style, conversion);
-    Verify(plan, temporary, conversion);
-    conversion.size = SizeOf(temporary);
+    Plan tried = plan;
+    for (int tries = 1;; ++tries) {
+        conversion = {};
+        Run(tried, FfmpegCommands(tried, temporary, options), temporary, output, signals, style, conversion);
+        Verify(tried, temporary, conversion);
+        conversion.size = SizeOf(temporary);
+        const auto corrected = Planner::CorrectedForSize(tried, conversion.size);
+        if (!corrected || tries == kMostTries) break;
+        tried = *corrected;
+    }
+    TellSize(plan, tried, conversion);
     signals.Heed();
     file.Commit();
     conversion.output = output;

@@ -49,6 +49,7 @@ struct KESTRO_FFWRAPPER_API EncoderRecord {
     const char* name;
     const QualityScale* quality = nullptr;  ///< null: it has no mode of constant quality
     UsualSettings usual = {};
+    bool heedsBitrate = true;   ///< false: its frames take what they take
     bool hasRateBuffer = true;  ///< false: it refuses a highest bitrate beside the mean one
     Passes passes = Passes::Options;
     std::span<const PixelFormatOf> pixelFormats = {};  ///< the first that fits; none: the nearest to the source's
