@@ -253,7 +253,8 @@ void ReadTypes(Plan& plan) {
             if (!settings.ChildExists(node.Name()) || !IsNode(node)) continue;
             TakeTypes(settings[node.Name()], node, stream.path);
         }
-        if (stream.kind->type == StreamType::Video) CheckPicture(stream, settings[stream.kind->codecKey]);
+        if (stream.kind->type == StreamType::Video && !stream.isCopied)
+            CheckPicture(stream, settings[stream.kind->codecKey]);
     }
 }
 
