@@ -5,6 +5,7 @@
 #include "Kestro/Conf/DataHelpers/DataHelperProxyAuto.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
 #include "Kestro/Conf/IPreset.h"
+#include "Kestro/FFWrapper/EverydayNames.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Text.h"
 #include "Kestro/Proc/FilterRecord.h"
@@ -50,6 +51,26 @@ std::vector<std::string> HelperNames(const HelperKind& kind) {
     }
     for (const auto& [name, helper] : GetAvailableDataHelpers(*kind.registryType)) names.push_back(name);
     return names;
+}
+
+std::string NameMeantBy(const HelperKind& kind, const std::string& word) {
+    if (kind.registryType == nullptr) return word;
+    const auto& known = GetAvailableDataHelpers(*kind.registryType);
+    if (known.contains(word)) return word;
+    const std::string everyday =
+        &kind == &kFormats ? FFWrapper::ContainerOfEverydayName(word) : FFWrapper::CodecOfEverydayName(word);
+    for (const std::string& name : {Lowered(word), everyday}) {
+        if (known.contains(name)) return name;
+    }
+    return word;
+}
+
+std::string ContainerOfFileName(const std::string& path) {
+    const std::string file = path.substr(path.rfind('/') + 1);
+    const std::size_t dot = file.rfind('.');
+    if (dot == std::string::npos) return {};
+    std::string name = NameMeantBy(kFormats, file.substr(dot + 1));
+    return GetAvailableDataHelpers(*kFormats.registryType).contains(name) ? name : std::string();
 }
 
 HelperPtr FindHelper(const HelperKind& kind, const std::string& name) { return Find(kind, name, CreateDataHelper); }

@@ -64,6 +64,11 @@ bool Steers(unsigned code) {
 
 }  // namespace
 
+std::string Lowered(std::string text) {
+    std::ranges::transform(text, text.begin(), Lower);
+    return text;
+}
+
 std::string Join(std::span<const std::string> words, std::string_view separator) {
     std::string joined;
     for (const std::string& word : words) {
@@ -99,7 +104,8 @@ std::string Nearest(std::string_view name, std::span<const std::string> candidat
     constexpr std::size_t kLongestName = 64;
     if (name.size() > kLongestName) return {};
     const std::string* nearest = nullptr;
-    std::size_t least = std::max<std::size_t>(2, name.size() / 3) + 1;
+    // Of a short name nothing is left after two changes.
+    std::size_t least = (name.size() < 5 ? 1 : std::max<std::size_t>(2, name.size() / 3)) + 1;
     for (const std::string& candidate : candidates) {
         const std::size_t distance = EditDistance(name, candidate);
         // A name of which nothing is left is no guess.

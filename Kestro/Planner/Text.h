@@ -22,6 +22,9 @@ KESTRO_PLANNER_API std::string Printable(std::string_view text);
 /// "30000/1001", as in settings.
 KESTRO_PLANNER_API std::string RatioText(const boost::rational<int64_t>& ratio);
 
+/// In small letters, those of ASCII.
+std::string Lowered(std::string text);
+
 /// Among the candidates the one that was probably meant, or nothing.
 std::string Nearest(std::string_view name, std::span<const std::string> candidates);
 

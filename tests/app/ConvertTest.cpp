@@ -7,7 +7,8 @@ class Conversions : public Shell {
 protected:
     /// convert INPUT OUTPUT, in "$1" and "$2" for the lines before it, with the quickest settings.
     static Result Convert(const std::string& files, const std::string& before = "", const std::string& options = "") {
-        const std::string command = "\ndatahelpers convert --format mp4 $vc/EncodeOptions/Preset=ultrafast ";
+        const std::string command =
+            "\ndatahelpers convert --overwrite --format mp4 $vc/EncodeOptions/Preset=ultrafast ";
         return Run("set -- " + files + "\n" + before + command + options + R"( -- "$1" "$2")");
     }
 };
@@ -26,7 +27,7 @@ TEST_F(Conversions, MakeWhatThePlanSays) {
         {"song.mp3 out --format flac", ",1\n"},
     };
     for (const auto& [arguments, streams] : rows) {
-        Json output = Report("convert " + arguments)["output"];
+        Json output = Report("convert --overwrite " + arguments)["output"];
         EXPECT_EQ(output["differences"], Json::array()) << arguments;
         EXPECT_EQ(output["messages"], Json::array()) << arguments;
         const Result probe = Run(
@@ -53,8 +54,8 @@ TEST_F(Conversions, OfHigherQualityAreLarger) {
           "matroska --video av1", "ogv --video theora", "matroska --video mjpeg", "vob --video mpeg2video",
           "jpeg2000 --video jpeg2000", "ogg --audio vorbis", "mp3 --audio mp3"}) {
         const std::string codec = row.find("--video") != std::string::npos ? " $vc" : " $ac";
-        const Result result = Run("for quality in 1 100; do datahelpers convert small.mkv out --format " + row + codec +
-                                  "/RateControl=vbr" + codec +
+        const Result result = Run("for quality in 1 100; do datahelpers convert small.mkv out --overwrite --format " +
+                                  row + codec + "/RateControl=vbr" + codec +
                                   "/Quality=$quality >&2 && stat -c %s out || echo 9999999\n"
                                   "done | sort -nuc");
         EXPECT_EQ(result.status, 0) << row << result.err;
@@ -70,6 +71,26 @@ TEST_F(Conversions, TakeNamesAsTheyAre) {
     EXPECT_EQ(Convert("still%02d.png still.mp4", "ff -i $clip -frames:v 1 -update 1 still%02d.png").status, 0);
     EXPECT_EQ(Convert("%03d.png clip.mp4", "cp $clip %03d.png").status, 0);
     EXPECT_EQ(Run("ls -A | wc -l").out, "15\n");  // one has two lines
+}
+
+TEST_F(Conversions, TakeTheContainerFromTheName) {
+    const Table<3> rows = {
+        {"a.mkv", "", "matroska"},
+        {"A.JPG", "", "image2"},
+        {"a.ts", "", "mpegts"},
+        {"b.mp4 --format mkv", "The name b.mp4 is that of mp4; what it gets is matroska", "matroska"},
+        {"a.mpg --preset dvd-pal", "", "dvd"},
+        {"c.mkv --preset own", "", "matroska"}};
+    Run("mkdir -p datahelpers/presets; cp $presets/matroska-h264-mp3.json datahelpers/presets/own.json");
+    for (const auto& [arguments, notes, container] : rows) {
+        const Result result = Run("XDG_CONFIG_HOME=$PWD datahelpers convert $clip --json " + arguments);
+        EXPECT_EQ(result.AsJson().value("container", result.err), container) << arguments;
+        EXPECT_THAT(result.AsJson().value("notes", Json()).dump(), HasSubstr(notes)) << arguments;
+    }
+    const Result quiet = Run("datahelpers convert $clip quiet.mkv --quiet; echo; datahelpers convert $clip out.film");
+    EXPECT_EQ(quiet.status, 2);
+    EXPECT_EQ(quiet.out, "\n");
+    EXPECT_THAT(quiet.err, ::testing::StartsWith("datahelpers: A preset or a format is required"));
 }
 
 TEST_F(Conversions, ReadNoFileThatWasNotNamed) {
@@ -103,6 +124,7 @@ TEST_F(Conversions, BeginOnlyWhenTheOutputCanBeWritten) {
         {"absent/out.mp4", "the directory absent cannot be used"},
         {"clip.mkv/out", "clip.mkv is no directory"},
         {"same.mkv", "it is the input itself"},
+        {"preset", "it is there already.\n  way out: --overwrite\n"},
         {"dangling", "it is a link that leads nowhere"},
         {"/dev/null", "it is no regular file"},
         {"''", "it has no name"},
@@ -199,7 +221,7 @@ TEST_F(Conversions, ShowProgress) {
     const std::string sound = "ff -f lavfi -i anullsrc=r=8000:d=75 in.wav";
     EXPECT_THAT(Convert("in.wav out", sound).err, HasSubstr("100 %  1:15 of 1:15  "));
     EXPECT_EQ(Convert("in.wav out", sound, "--json").err, "");
-    const std::string convert = "datahelpers convert in.wav out --format wav";
+    const std::string convert = "datahelpers convert in.wav out --overwrite --format wav";
     EXPECT_THAT(Run("script -qec '" + convert + R"(' /dev/null | tr '\r\033' '\n^')").out,
                 HasSubstr("\n100 %  [##################################################]  1:15 of 1:15  "));
 }

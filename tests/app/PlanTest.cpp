@@ -117,6 +117,8 @@ TEST_F(Plans, TellWhatIsMadeOfEveryStream) {
          "Stream 1 of the input (cover picture, png) is left out: the container matroska takes "},
         {"mp4 $clip --set Format/Container=mov", "Output\n mov, FFmpeg's muxer mov, global header\n"},
         {"--preset ../two.json $clip", " Streams/1 is dropped: the input has no video for it.\n"},
+        {"MKV $clip --video H.265 --audio libvorbis",
+         " hevc from stream 0, encoder libx265, global header\n audio vorbis "},
         {"bmp $clip", " holds one picture; it is the first of the input, unless a sequence is asked for.\n"},
         {"ipod $clip --audio mp3",
          "encoder libx264, global header\n audio mp3 from stream 1, encoder libmp3lame, NOT supported by the muxer\n"},
@@ -163,7 +165,7 @@ TEST_F(Plans, RefuseWhatCannotBeUsedAndNameAWayOut) {
     const std::string preset = "--preset $presets/mp4-h264-aac.json ";
     const Table<3> rows = {
         {"--format mp5", "", ""},
-        {"--format mp4 --video xvid", "", ""},
+        {"--format mp4 --video divvx", "", ""},
         {"--format wav --audio aac", "$ac/CodecId", "take one of these"},
         {preset + "--audio mp3", "$ac/CodecId", "leave out --audio"},
         {"--format mp4 --video copy", "$vc/CodecId", "another container"},

@@ -8,6 +8,7 @@
 #include "Kestro/Planner/Text.h"
 
 #include "cli/Failure.h"
+#include "cli/PresetFile.h"
 
 namespace App {
 namespace {
@@ -42,9 +43,14 @@ const Planner::HelperKind& ReadKind(const std::string& word) {
 
 void AddPlanOptions(CLI::App& command, PlanOptions& options) {
     command.add_option("INPUT", options.input, "The media file to convert")->required();
-    auto* preset = command.add_option("--preset", options.presetFile, "A preset file, JSON")->type_name("FILE");
+    auto* preset =
+        command.add_option("--preset", options.presetFile, "A preset: a file, or a name that list presets has")
+            ->type_name("PRESET");
     auto* format =
-        command.add_option("--format", options.format, "The container, with its default settings")->type_name("FORMAT");
+        command
+            .add_option("--format", options.format,
+                        "The container, with its default settings; without a preset the name of the output tells it")
+            ->type_name("FORMAT");
     preset->excludes(format);
     const std::string codec =
         " codec; copy: the input's stream as it is; auto: that where it can be, or the container's default";
@@ -90,7 +96,7 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
 
     CLI::App* list = app.add_subcommand("list", "List containers, codecs and filters");
     std::string kind;
-    list->add_option("KIND", kind, "formats, audio, video or filters; all without it");
+    list->add_option("KIND", kind, "formats, audio, video, filters or presets; all without it");
 
     CLI::App* show = app.add_subcommand("show", "Show defaults, accepted values and rules of one of them");
     show->add_option("KIND", kind, "format, audio, video or filter")->required();
@@ -110,6 +116,8 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     AddPlanOptions(*convert, arguments.plan);
     convert->add_option("OUTPUT", arguments.output, "The file to write; it appears when it is complete")->required();
 
+    convert->add_flag("--overwrite", arguments.overwrite, "Replace OUTPUT if it is there already");
+    convert->add_flag("--quiet", arguments.isQuiet, "Say nothing but what went wrong");
     convert->add_flag("--sequence", arguments.isSequence, "All pictures of the input, into the new folder OUTPUT");
 
     for (CLI::App* command : {list, show, fits, plan, convert}) {
@@ -141,7 +149,9 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
 
     if (list->parsed()) {
         arguments.command = Command::List;
-        if (!kind.empty()) arguments.kind = &ReadKind(kind);
+        arguments.listsHelpers = kind != "presets";
+        arguments.listsPresets = kind.empty() || kind == "presets";
+        if (!kind.empty() && arguments.listsHelpers) arguments.kind = &ReadKind(kind);
     } else if (show->parsed()) {
         arguments.command = Command::Show;
         arguments.kind = &ReadKind(kind);
@@ -153,9 +163,17 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
         }
     } else {
         arguments.command = plan->parsed() ? Command::Plan : Command::Convert;
+        std::string& preset = arguments.plan.presetFile;
+        if (!preset.empty()) preset = FindPreset(preset);
+        if (preset.empty() && arguments.plan.format.empty()) {
+            arguments.plan.format = Planner::ContainerOfFileName(arguments.output);
+        }
         if (arguments.plan.presetFile.empty() && arguments.plan.format.empty()) {
-            throw Failure(ExitStatus::WrongUsage, Complaint{.message = "A preset or a format is required.",
-                                                            .wayOut = "--preset FILE or --format FORMAT"});
+            throw Failure(
+                ExitStatus::WrongUsage,
+                Complaint{
+                    .message = "A preset or a format is required.",
+                    .wayOut = "--preset PRESET or --format FORMAT, or an output whose name ends in one (film.mp4)"});
         }
     }
     return true;

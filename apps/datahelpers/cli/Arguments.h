@@ -32,13 +32,17 @@ struct Arguments {
     Command command = Command::List;
     std::string commandName;
     bool json = false;
-    const Planner::HelperKind* kind = nullptr;  ///< list: null for all; show
+    const Planner::HelperKind* kind = nullptr;  ///< list: null for all, or for the presets alone; show
+    bool listsHelpers = true;                   ///< list
     std::string name;                           ///< show
     bool isAutomatic = false;                   ///< show
     std::string codec;                          ///< fits: empty for all
     std::string container;                      ///< fits: empty for all
     PlanOptions plan;                           ///< plan, convert
     std::string output;                         ///< convert
+    bool overwrite = false;                     ///< convert
+    bool isQuiet = false;                       ///< convert
+    bool listsPresets = false;                  ///< list: the presets, too
     bool isSequence = false;                    ///< convert
 };
 

@@ -12,10 +12,12 @@ extern "C" {
 #include <iostream>
 
 #include "Kestro/Exception.h"
+#include "Kestro/FFWrapper/MuxerNames.h"
 #include "Kestro/Planner/Execution.h"
 #include "Kestro/Planner/MakePlan.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Probe.h"
+#include "Kestro/Planner/Text.h"
 
 #include "cli/Arguments.h"
 #include "cli/Failure.h"
@@ -42,22 +44,33 @@ void WriteJson(const std::string& command, ExitStatus status, const Json& conten
 Json List(const Arguments& arguments) {
     Json json = Json::object();
     for (const Planner::HelperKind* kind : Planner::HelperKinds()) {
-        if (arguments.kind != nullptr && arguments.kind != kind) continue;
+        if (!arguments.listsHelpers || (arguments.kind != nullptr && arguments.kind != kind)) continue;
         const HelperList list = ListHelpers(*kind);
         if (!arguments.json) Print(std::cout, list);
         json[kind->plural] = ToJson(list);
+    }
+    if (arguments.listsPresets) {
+        const std::vector<KnownPreset> presets = ListPresets();
+        if (!arguments.json) Print(std::cout, presets);
+        json["presets"] = ToJson(presets);
     }
     return json;
 }
 
 Json Show(const Arguments& arguments) {
-    const HelperSheet sheet = ShowHelper(*arguments.kind, arguments.name, arguments.isAutomatic);
+    const HelperSheet sheet =
+        ShowHelper(*arguments.kind, Planner::NameMeantBy(*arguments.kind, arguments.name), arguments.isAutomatic);
     if (!arguments.json) Print(std::cout, sheet, TerminalWidth(STDOUT_FILENO));
     return ToJson(sheet);
 }
 
+std::string MeantCodec(const std::string& word) {
+    return Planner::NameMeantBy(Planner::kAudioCodecs, Planner::NameMeantBy(Planner::kVideoCodecs, word));
+}
+
 Json TellFits(const Arguments& arguments) {
-    const std::vector<Planner::Fit> fits = Planner::FindFits(arguments.codec, arguments.container);
+    const std::vector<Planner::Fit> fits =
+        Planner::FindFits(MeantCodec(arguments.codec), Planner::NameMeantBy(Planner::kFormats, arguments.container));
     if (!arguments.json) Print(std::cout, fits);
     return {{"fits", ToJson(fits)}};
 }
@@ -94,24 +107,38 @@ Json PlanOnly(const Arguments& arguments) {
     return json;
 }
 
+/// A name that promises another container than it gets.
+void NoteOtherName(Planner::Plan& plan, const std::string& output) {
+    const std::string named = Planner::ContainerOfFileName(output);
+    if (named.empty() || named == plan.container) return;
+    const bool isOther = plan.IsPicture() || Kestro::FFWrapper::MuxerName(named) != plan.muxer;
+    if (!isOther) return;
+    plan.notes.push_back("The name " + Planner::Printable(output) + " is that of " + named + "; what it gets is " +
+                         plan.container + ", as was asked for.");
+}
+
 Json PlanAndConvert(const Arguments& arguments) {
     const std::size_t width = TerminalWidth(STDOUT_FILENO);
-    if (!arguments.isSequence) OutputFile::Check(arguments.output, arguments.plan.input, {arguments.plan.presetFile});
+    if (!arguments.isSequence)
+        OutputFile::Check(arguments.output, arguments.overwrite, arguments.plan.input, {arguments.plan.presetFile});
     OpenedFiles opened;
-    const Planner::Plan plan = MakePlan(arguments.plan, opened);
+    Planner::Plan plan = MakePlan(arguments.plan, opened);
+    NoteOtherName(plan, arguments.output);
     CheckConverter();
     Planner::CheckInstalled(plan);
-    if (!arguments.json) {
+    const bool talks = !arguments.json && !arguments.isQuiet;
+    if (talks) {
         PrintChanges(std::cout, plan, width);
         std::cout.flush();
     }
     const bool onTerminal = isatty(STDERR_FILENO) != 0;
-    const auto lines = arguments.json ? Progress::Style::None : Progress::Style::Lines;
-    const auto style = onTerminal ? Progress::Style::Bar : lines;
+    const auto lines = !talks ? Progress::Style::None : Progress::Style::Lines;
+    const auto style = onTerminal && !arguments.isQuiet ? Progress::Style::Bar : lines;
     const Conversion conversion = arguments.isSequence ? ConvertToSequence(plan, arguments.output, style)
-                                                       : Convert(plan, arguments.output, style);
+                                                       : Convert(plan, arguments.output, arguments.overwrite, style);
     opened.Add(conversion.opened);
-    if (!arguments.json) {
+    if (arguments.isQuiet && !arguments.json) PrintFaults(std::cerr, conversion, width);
+    if (talks) {
         Print(std::cout, conversion, width);
         PrintOpened(std::cout, opened.Beside(arguments.plan.input));
     }

@@ -101,9 +101,9 @@ void CheckConverter() {
                   Complaint{.message = "The program ffmpeg is not on the PATH.", .wayOut = "install FFmpeg"});
 }
 
-Conversion Convert(const Plan& plan, const std::string& output, Progress::Style style) {
+Conversion Convert(const Plan& plan, const std::string& output, bool overwrite, Progress::Style style) {
     SignalGuard signals;
-    OutputFile file(output);
+    OutputFile file(output, overwrite);
     const std::string& temporary = file.TemporaryPath();
     std::optional<TemporaryDirectory> passes;
     if (Planner::IsTwoPass(plan)) passes.emplace();

@@ -29,7 +29,7 @@ void CheckConverter();
 
 /// Runs ffmpeg. The output appears when it is complete; whatever goes wrong before that leaves nothing behind and
 /// throws Failure (ConversionFailed).
-Conversion Convert(const Planner::Plan& plan, const std::string& output, Progress::Style style);
+Conversion Convert(const Planner::Plan& plan, const std::string& output, bool overwrite, Progress::Style style);
 
 /// The same for all pictures of the input, in a new folder, where the plan's container is one of pictures. Throws
 /// Failure (NotAcceptable) for another container, and (WrongUsage) where there is something of that name.

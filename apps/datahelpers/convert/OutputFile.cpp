@@ -81,7 +81,8 @@ void TakeAccess(int file, const struct stat& existing) {
 
 }  // namespace
 
-void OutputFile::Check(const std::string& path, const std::string& input, const std::vector<std::string>& others) {
+void OutputFile::Check(const std::string& path, bool overwrite, const std::string& input,
+                       const std::vector<std::string>& others) {
     const auto refuse = [&path](const std::string& reason) { ThrowUnwritable(path, reason, ExitStatus::WrongUsage); };
     if (path.empty()) refuse("it has no name");
     struct stat status {};
@@ -94,6 +95,11 @@ void OutputFile::Check(const std::string& path, const std::string& input, const 
         };
         if (isThis(input)) refuse("it is the input itself");
         if (std::ranges::any_of(others, isThis)) refuse("it is the preset itself");
+        if (!overwrite) {
+            throw Failure(ExitStatus::WrongUsage,
+                          Complaint{.message = "Cannot write " + Printable(path) + ": it is there already.",
+                                    .wayOut = "--overwrite"});
+        }
     } else if (lstat(path.c_str(), &status) == 0) {
         refuse("it is a link that leads nowhere");
     } else if (path.ends_with('/')) {
@@ -110,7 +116,7 @@ void OutputFile::Check(const std::string& path, const std::string& input, const 
     }
 }
 
-OutputFile::OutputFile(const std::string& path) : path_(RealPath(path)) {
+OutputFile::OutputFile(const std::string& path, bool overwrite) : path_(RealPath(path)), overwrite_(overwrite) {
     // As any new file, unless it takes the place of one.
     struct stat existing {};
     const bool replaces = stat(path_.c_str(), &existing) == 0;
@@ -136,7 +142,11 @@ OutputFile::~OutputFile() {
 void OutputFile::Commit() {
     const auto fail = [this] { ThrowUnwritable(path_, std::strerror(errno), ExitStatus::ConversionFailed); };
     if (!Sync(temporary_, O_RDWR)) fail();
-    if (std::rename(temporary_.c_str(), path_.c_str()) != 0) fail();
+    // Some file systems cannot tell whether there is one already.
+    const unsigned flags = overwrite_ ? 0 : RENAME_NOREPLACE;
+    int renamed = renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, path_.c_str(), flags);
+    if (renamed != 0 && errno == EINVAL) renamed = std::rename(temporary_.c_str(), path_.c_str());
+    if (renamed != 0) fail();
     temporary_.clear();
     // The file is complete and in its place; a directory that cannot be synced does not undo that.
     Sync(DirectoryOf(path_), O_RDONLY | O_DIRECTORY);

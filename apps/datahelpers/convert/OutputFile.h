@@ -11,20 +11,24 @@ class OutputFile {
 public:
     /// Whether that name can be written at all. Throws Failure (WrongUsage): it is a directory, its directory is not
     /// there, it is the input itself or another file that is read, or no regular file. Empty names are none.
-    static void Check(const std::string& path, const std::string& input, const std::vector<std::string>& others = {});
+    /// overwrite: a file that is there already may be replaced.
+    static void Check(const std::string& path, bool overwrite, const std::string& input,
+                      const std::vector<std::string>& others = {});
 
     /// Makes the temporary file, empty. Throws Failure (ConversionFailed).
-    explicit OutputFile(const std::string& path);
+    OutputFile(const std::string& path, bool overwrite);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
     const std::string& TemporaryPath() const noexcept { return temporary_; }
-    /// Puts the temporary file, once it is on the disk, in the place of the output. Throws Failure (ConversionFailed).
+    /// Puts the temporary file, once it is on the disk, in the place of the output. Throws Failure (ConversionFailed),
+    /// also when somebody else has made a file of that name meanwhile that is not to be replaced.
     void Commit();
 
 private:
     std::string path_;  ///< of the file itself, not of a link to it
+    bool overwrite_;
     std::string temporary_;
 };
 

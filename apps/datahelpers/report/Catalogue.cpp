@@ -125,6 +125,22 @@ void Print(std::ostream& out, const HelperList& list) {
     }
 }
 
+Json ToJson(const std::vector<KnownPreset>& presets) {
+    Json entries = Json::array();
+    for (const KnownPreset& preset : presets) entries.push_back({{"name", preset.name}, {"file", preset.file}});
+    return entries;
+}
+
+void Print(std::ostream& out, const std::vector<KnownPreset>& presets) {
+    std::size_t longest = 0;
+    for (const KnownPreset& preset : presets) longest = std::max(longest, preset.name.size());
+    out << "presets\n";
+    for (const KnownPreset& preset : presets) {
+        const std::string gap(longest - preset.name.size() + 2, ' ');
+        out << "  " << Planner::Printable(preset.name) << gap << Planner::Printable(preset.file) << "\n";
+    }
+}
+
 HelperSheet ShowHelper(const HelperKind& kind, const std::string& name, bool isAutomatic) {
     const auto find = isAutomatic ? Planner::FindAutomaticHelper : Planner::FindHelper;
     const HelperPtr helper = find(kind, name);

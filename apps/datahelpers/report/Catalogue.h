@@ -8,6 +8,7 @@
 #include "Kestro/Core/Property.h"
 #include "Kestro/Planner/Helpers.h"
 
+#include "cli/PresetFile.h"
 #include "report/ReportJson.h"
 
 /// What `list` and `show` tell of the library's helpers.
@@ -29,6 +30,9 @@ struct HelperList {
 HelperList ListHelpers(const Planner::HelperKind& kind);
 Json ToJson(const HelperList& list);
 void Print(std::ostream& out, const HelperList& list);
+
+Json ToJson(const std::vector<KnownPreset>& presets);
+void Print(std::ostream& out, const std::vector<KnownPreset>& presets);
 
 /// Everything that one helper has to say.
 struct HelperSheet {

@@ -156,6 +156,10 @@ void Print(std::ostream& out, const Conversion& conversion, std::size_t width) {
     if (conversion.files > 1) out << conversion.files << " pictures, ";
     out << SizeText(conversion.size) << "\n  ";
     PrintMedia(out, conversion.written);
+    PrintFaults(out, conversion, width);
+}
+
+void PrintFaults(std::ostream& out, const Conversion& conversion, std::size_t width) {
     for (const std::string& difference : conversion.differences) PrintIndented(out, difference, 2, width);
     if (conversion.messages.empty()) return;
     out << "ffmpeg had complaints on the way:\n";

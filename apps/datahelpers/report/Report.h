@@ -22,6 +22,8 @@ void Print(std::ostream& out, const Planner::Plan& plan, std::size_t width);
 /// What the plan changed and left out, without the settings.
 void PrintChanges(std::ostream& out, const Planner::Plan& plan, std::size_t width);
 void Print(std::ostream& out, const Conversion& conversion, std::size_t width);
+/// Where a conversion is not as planned, and what ffmpeg called errors; nothing for none.
+void PrintFaults(std::ostream& out, const Conversion& conversion, std::size_t width);
 /// Files that were read beside the input; nothing for none.
 void PrintOpened(std::ostream& out, const std::vector<std::string>& names);
 void Print(std::ostream& out, const Complaint& complaint, std::size_t width);
