@@ -1,13 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cfloat>
 #include <climits>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <random>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -259,6 +262,13 @@ TEST(PropertyChanges, TakeTheirValuesFromTheSameTree) {
         {DOES(root.SetChild(root["a"].Name(), 5)), "root{a=5,b=2,c}"},
         {DOES((root["a"].SetChild("a"), root.SetChild(root["a"]["a"].Name(), 5))), "root{a=5,b=2,c}"},
         {DOES(root.RemoveChild(root["b"].Name())), "root{a{x=1,y=text},c}"},
+        {DOES(root["a"].RemoveChild(root["a"]["y"].Name())), "root{a{x=1},b=2,c}"},
+        {DOES((root["a"].SetChild("a"), root.RemoveChild(root["a"]["a"].Name()))), "root{b=2,c}"},
+        {DOES(root.SetChild(root["a"].Name(), root["a"]["y"].GetString())), "root{a=text,b=2,c}"},
+        {DOES(root.SetChild(root["c"].Name(), std::move(root["a"]))), "root{a,b=2,c{x=1,y=text}}"},
+        {DOES(root.SetChild(root["a"].Name(), std::move(root["a"]))), "root{a{x=1,y=text},b=2,c}"},
+        {DOES(root.SetChild(root.Name(), std::move(root))), "{root{a{x=1,y=text},b=2,c}}"},
+        {DOES(root.SetChild(root["a"]["y"].GetString())), "root{a{x=1,y=text},b=2,c,text}"},
         {DOES(([&root, other = Property("d", 1)]() mutable { root.SetChild(other.Name(), std::move(other)); }())),
          "root{a{x=1,y=text},b=2,c,d=1}"},
         {DOES(root.SetChild(root["a"]["y"].GetString(), std::move(root["a"]["y"]))), "root{a{x=1,y},b=2,c,text=text}"},
@@ -425,6 +435,64 @@ TEST(PropertyDepth, ADeepTreeIsCopiedComparedMovedAndDestroyed) {
     EXPECT_EQ(moved["x"]["x"].Count(), 1U);
     moved["x"]["x"].RemoveAll();
     EXPECT_EQ(Dump(moved), "root{x{x}}");
+}
+
+TEST(PropertyWidth, AWideNodeIsWhatANarrowOneIs) {
+    // Against a list of names, while children come and go.
+    Property root("root");
+    std::vector<std::string> names;
+    std::minstd_rand random(1);
+    for (int step = 0; step < 4000; ++step) {
+        const std::string name = "name of child " + std::to_string(random() % 150);
+        const auto known = std::ranges::find(names, name);
+        ASSERT_EQ(root.ChildExists(name), known != names.end());
+        if (random() % 3 == 0) {
+            root.RemoveChild(known != names.end() ? root[name].Name() : name);
+            if (known != names.end()) names.erase(known);
+        } else {
+            root.SetChild(name, step);
+            if (known == names.end()) names.push_back(name);
+            ASSERT_EQ(root.ChildByPath(name).GetInt64(), step);
+        }
+        if (step % 100 != 0) continue;
+        Property moved = std::move(root);
+        root = moved;
+        ASSERT_TRUE(root == moved && root.Count() == names.size());
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            ASSERT_EQ(root[i].Name(), names[i]);
+            ASSERT_EQ(&root[names[i]], &root[i]);
+            ASSERT_EQ(root.FindByPath(names[i]), &root[i]);
+        }
+        ASSERT_THROW(root[names.size()], PropertyException);
+    }
+}
+
+TEST(PropertyWidth, TakesLinearTime) {
+    constexpr int kMany = 300'000;  // minutes, if one search went through all of them
+    Property root;
+    for (int i = 0; i < kMany; ++i) root.SetChild(std::to_string(i), i);
+    const Property copy(root);
+    int64_t sum = 0;
+    for (int i = 0; i < kMany; ++i) {
+        const std::string name = std::to_string(i);
+        sum += copy[name].GetInt64() + copy.ChildByPath(name).GetInt64() - 2 * copy[static_cast<size_t>(i)].GetInt64();
+    }
+    EXPECT_EQ(sum, 0);
+}
+
+TEST(PropertyWidth, ManyThreadsLookUpAtFirst) {
+    for (int round = 0; round < 20; ++round) {
+        Property built;
+        for (int i = 0; i < 200; ++i) built.SetChild(std::to_string(i), i);
+        const Property shared(built);  // has not been asked for anything yet
+        std::vector<std::thread> threads;
+        for (int t = 0; t < 4; ++t) {
+            threads.emplace_back([&shared] {
+                for (int i = 0; i < 200; ++i) EXPECT_EQ(shared[std::to_string(i)].GetInt64(), i);
+            });
+        }
+        for (std::thread& thread : threads) thread.join();
+    }
 }
 
 }  // namespace

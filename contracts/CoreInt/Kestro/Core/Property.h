@@ -16,6 +16,8 @@
 
 namespace Kestro::Core {
 
+class ChildIndex;
+
 /// A named node of a settings tree: either one value, or an ordered list of children with unique names, or empty.
 ///
 /// Value semantics: a copy is deep, a moved-from node is empty. References to children stay valid while other children
@@ -46,12 +48,13 @@ public:
     Property(const std::string& name, const std::string& value);
     Property(const std::string& name, const Ratio& value);
     Property(const Property& other);
-    Property(Property&& other) noexcept;
+    /// May allocate, as far as a moved-from child keeps its name and what holds this node is copied.
+    Property(Property&& other);
     virtual ~Property();
 
     /// Takes over value and children; the name too, unless this node is the child of another.
     Property& operator=(const Property& other);
-    Property& operator=(Property&& other) noexcept;
+    Property& operator=(Property&& other);
 
     /// Replace the value (children go) and keep the name.
     Property& operator=(bool value);
@@ -71,9 +74,7 @@ public:
     void CopyDataFrom(const Property& other);
 
     const std::string& Name() const noexcept { return name_; }
-    PropertyTypes Type() const noexcept {
-        return first_ != nullptr ? PropertyTypes::Node : static_cast<PropertyTypes>(value_.index());
-    }
+    PropertyTypes Type() const noexcept { return static_cast<PropertyTypes>(value_.index()); }
 
     /// Makes the child `name` an empty node, or one with the value: in its old place if it was there, else at the end.
     /// A value held by this node itself goes. Name and value may be parts of this very tree or of each
@@ -100,18 +101,20 @@ public:
     void RemoveAll() noexcept;
 
     /// Number of children.
-    std::size_t Count() const noexcept { return count_; }
+    std::size_t Count() const noexcept {
+        const auto* children = std::get_if<Children>(&value_);
+        return children != nullptr ? children->count : 0;
+    }
     /// Neither a value nor children.
     bool IsEmpty() const noexcept { return Type() == PropertyTypes::Empty; }
     bool ChildExists(const std::string& name) const noexcept { return Find(name) != nullptr; }
 
     /// The child by place (in order of insertion) or by name. Throws PropertyException when it is not there.
-    const Property& operator[](std::size_t index) const {
-        const Property* child = first_;
-        for (std::size_t i = 0; i < index && child != nullptr; ++i) child = child->next_;
-        return child != nullptr ? *child : Missing(std::to_string(index));
+    const Property& operator[](std::size_t place) const {
+        const Property* child = At(place);
+        return child != nullptr ? *child : Missing(std::to_string(place));
     }
-    Property& operator[](std::size_t index) { return const_cast<Property&>(std::as_const(*this)[index]); }
+    Property& operator[](std::size_t place) { return const_cast<Property&>(std::as_const(*this)[place]); }
     const Property& operator[](const std::string& name) const {
         const Property* child = Find(name);
         return child != nullptr ? *child : Missing(name);
@@ -151,14 +154,25 @@ public:
     bool operator==(const Property& other) const noexcept;
 
 private:
-    /// In the order of PropertyTypes, so that the index is the type.
-    using Value = std::variant<std::monostate, bool, double, int64_t, std::string, Ratio>;
+    friend class ChildIndex;
+
+    /// They hang on a list: one allocation a node, and references to them stay valid. A long list has an index, which
+    /// is made when something is looked for.
+    struct Children {
+        Property* first = nullptr;
+        Property* last = nullptr;
+        std::size_t count = 0;
+        mutable ChildIndex* index = nullptr;
+    };
+    /// In the order of PropertyTypes, so that the index is the type. A node without children is empty.
+    using Value = std::variant<std::monostate, bool, double, int64_t, std::string, Ratio, Children>;
 
     Property(const std::string& name, Value&& value) : name_(name), value_(std::move(value)) {}
 
     /// The copy of one node without its children.
     struct Shallow {};
-    Property(const Property& other, Shallow) : name_(other.name_), value_(other.value_) {}
+    Property(const Property& other, Shallow);
+    static Value CopyWithoutChildren(const Value& value);
 
     template <std::integral Integer>
     static int64_t ToInt64(Integer value) {
@@ -168,34 +182,58 @@ private:
     }
     [[noreturn]] static void ThrowTooLarge(uint64_t value);
 
-    Property* Find(std::string_view name) const noexcept {
-        for (Property* child = first_; child != nullptr; child = child->next_) {
-            if (child->name_ == name) return child;
-        }
-        return nullptr;
+    Property* First() const noexcept {
+        const auto* children = std::get_if<Children>(&value_);
+        return children != nullptr ? children->first : nullptr;
     }
+    /// More children than that are not searched one by one.
+    static constexpr std::size_t kFew = 32;
+    Property* Find(std::string_view name) const noexcept {
+        const auto* children = std::get_if<Children>(&value_);
+        if (children == nullptr) return nullptr;
+        if (children->count > kFew) return FindAmongMany(*children, name);
+        return FindOneByOne(*children, name);
+    }
+    static Property* FindOneByOne(const Children& children, std::string_view name) noexcept {
+        Property* child = children.first;
+        while (child != nullptr && child->name_ != name) child = child->next_;
+        return child;
+    }
+    static Property* FindAmongMany(const Children& children, std::string_view name) noexcept;
+    Property* At(std::size_t place) const noexcept {
+        const auto* children = std::get_if<Children>(&value_);
+        if (children == nullptr || place >= children->count) return nullptr;
+        if (children->count > kFew) return AtAmongMany(*children, place);
+        return AtOneByOne(*children, place);
+    }
+    static Property* AtOneByOne(const Children& children, std::size_t place) noexcept {
+        Property* child = children.first;
+        for (; place != 0; --place) child = child->next_;
+        return child;
+    }
+    static Property* AtAmongMany(const Children& children, std::size_t place) noexcept;
+    /// Null where there is no memory for it.
+    static ChildIndex* MakeIndex(const Children& children) noexcept;
+
     [[noreturn]] const Property& Missing(const std::string& name) const;
     [[noreturn]] const std::string& NotAText() const;
+    const Property* FindFirst(std::string_view path, std::size_t& size) const noexcept;
     const Property* Walk(std::string_view& path) const;
     const Property* Select(std::string_view field, std::string_view text) const;
     const Property& Descend(std::string_view path) const;
     bool IsBelow(const Property& other) const noexcept;
-    Property& Child(const std::string& name);
+    Property& Put(const std::string& name, Value&& value);
     Property& Append(Property* child) noexcept;
     Property& SetValue(Value&& value) noexcept;
     void CopyChildren(const Property& other);
     void TakeData(Property& other) noexcept;
-    void RemoveChildren() noexcept;
+    void RemoveChildren(const Children& children) noexcept;
 
-    // Children hang on a list: one allocation a node, and references to them stay valid. What a search among siblings
-    // reads comes first, in one cache line.
+    // What a search among siblings reads comes first.
     Property* next_ = nullptr;
-    Property* first_ = nullptr;
     std::string name_;
-    std::size_t count_ = 0;
     Value value_;
     Property* parent_ = nullptr;
-    Property* last_ = nullptr;
 };
 
 /// Walks the children of one node: `for (const Property& child : node)`.
@@ -226,7 +264,7 @@ private:
     const Property* node_ = nullptr;
 };
 
-inline Property::ConstIterator Property::begin() const noexcept { return ConstIterator(first_); }
+inline Property::ConstIterator Property::begin() const noexcept { return ConstIterator(First()); }
 inline Property::ConstIterator Property::end() const noexcept { return {}; }
 
 }  // namespace Kestro::Core
