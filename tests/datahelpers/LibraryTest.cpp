@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 
+#include "Kestro/Conf/ConstraintException.h"
 #include "Kestro/Conf/DataHelpers/DataHelperProxyAuto.h"
 #include "Kestro/Conf/DataHelpers/Filters/DataHelperAudioFormatter.h"
 #include "Kestro/Conf/HelperException.h"
@@ -269,11 +270,13 @@ TEST(AutomaticHelper, OffersTheAutomaticValueFirst) {
         for (const auto& [key, constraint] : own.constraints) {
             const auto& widened = automatic.constraints.at(key);
             EXPECT_TRUE(widened == constraint || Names(*widened).ends_with(Names(*constraint))) << key;
+            EXPECT_THROW(constraint->FillValueList(nullptr), ConstraintException) << key;
         }
         for (std::size_t i = 0; i < own.rules.size(); ++i) {
             const auto& [path, rule] = automatic.rules[i];
             const std::string& second = rule->GetSecondName();
             EXPECT_EQ(path, own.rules[i].first);
+            EXPECT_THROW(rule->GetSecondConstraint()->FillValueList(nullptr), ConstraintException) << second;
             EXPECT_EQ(rule->GetFirstConstraint(), own.rules[i].second->GetFirstConstraint());
             EXPECT_TRUE(second == kRate || second == kLayout || second == kFps || rule == own.rules[i].second)
                 << second;

@@ -27,8 +27,9 @@ int ChannelCount(const std::string& layout) {
 ConstraintChannelLayout::ConstraintChannelLayout(std::vector<std::string> layouts) : layouts_(std::move(layouts)) {}
 
 void ConstraintChannelLayout::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
-    for (const std::string& layout : layouts_) consumer->AddValue(layout, Core::Property(layout, layout));
-    consumer->EndValues();
+    IConstraintConsumer& to = Consumer(consumer, "ConstraintChannelLayout");
+    for (const std::string& layout : layouts_) to.AddValue(layout, Core::Property(layout, layout));
+    to.EndValues();
 }
 
 bool ConstraintChannelLayout::IsValid(const Core::Property& value) const {

@@ -20,8 +20,9 @@ ConstraintCodecs::ConstraintCodecs(Codecs codecs, std::string defaultCodec)
 Core::Property ConstraintCodecs::GetDefaultValue() const { return {std::string(), defaultCodec_}; }
 
 void ConstraintCodecs::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
-    for (const auto& [name, id] : codecs_) consumer->AddValue(name, Core::Property(std::string(), id));
-    consumer->EndValues();
+    IConstraintConsumer& to = Consumer(consumer, "ConstraintCodecs");
+    for (const auto& [name, id] : codecs_) to.AddValue(name, Core::Property(std::string(), id));
+    to.EndValues();
 }
 
 bool ConstraintCodecs::IsValid(const Core::Property& value) const {

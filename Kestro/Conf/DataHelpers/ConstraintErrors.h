@@ -1,8 +1,10 @@
 #pragma once
 
 #include <boost/assert/source_location.hpp>
+#include <boost/smart_ptr/intrusive_ptr.hpp>
 
 #include "Kestro/Conf/ConstraintIsNotApplicableForTypeException.h"
+#include "Kestro/Conf/IConstraintConsumer.h"
 
 namespace Kestro::Conf {
 
@@ -12,6 +14,16 @@ namespace Kestro::Conf {
     ConstraintIsNotApplicableForTypeException exception;
     exception << ConstraintException::TagConstraintClass(constraintClass) << ConstraintException::TagValueType(type);
     Throw(exception, where);
+}
+
+/// Whom a constraint describes itself to: throws ConstraintException when that is nobody.
+inline IConstraintConsumer& Consumer(const boost::intrusive_ptr<IConstraintConsumer>& consumer,
+                                     const char* constraintClass) {
+    if (consumer) return *consumer;
+    ConstraintException exception;
+    exception << TagDescription("A constraint cannot describe itself without a consumer")
+              << ConstraintException::TagConstraintClass(constraintClass);
+    Throw(exception, BOOST_CURRENT_LOCATION);
 }
 
 }  // namespace Kestro::Conf

@@ -1,13 +1,16 @@
 #include "Kestro/Conf/DataHelpers/ConstraintFlag.h"
 
+#include "Kestro/Conf/DataHelpers/ConstraintErrors.h"
+
 namespace Kestro::Conf {
 
 ConstraintFlag::ConstraintFlag(bool required) : required_(required) {}
 
 void ConstraintFlag::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
+    IConstraintConsumer& to = Consumer(consumer, "ConstraintFlag");
     const std::string name = required_ ? "true" : "false";
-    consumer->AddValue(name, Core::Property(name, required_));
-    consumer->EndValues();
+    to.AddValue(name, Core::Property(name, required_));
+    to.EndValues();
 }
 
 bool ConstraintFlag::IsValid(const Core::Property& value) const {

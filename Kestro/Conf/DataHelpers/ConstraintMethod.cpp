@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Kestro/Conf/DataHelpers/ConstraintErrors.h"
+
 namespace Kestro::Conf {
 
 boost::intrusive_ptr<IPropertyConstraint> ConstraintMethod::CreateAny(const std::string& descriptionId) {
@@ -18,7 +20,9 @@ boost::intrusive_ptr<IPropertyConstraint> ConstraintMethod::CreateEven(const std
 ConstraintMethod::ConstraintMethod(Predicate predicate, std::string descriptionId)
     : predicate_(std::move(predicate)), descriptionId_(std::move(descriptionId)) {}
 
-void ConstraintMethod::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& /*consumer*/) const {}
+void ConstraintMethod::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
+    Consumer(consumer, "ConstraintMethod");
+}
 
 bool ConstraintMethod::IsValid(const Core::Property& value) const { return predicate_ && predicate_(value); }
 

@@ -31,14 +31,15 @@ ConstraintRange::ConstraintRange(PropertyTypes type, double lo, double hi, doubl
     : type_(type), loBound_("loBound", lo), hiBound_("hiBound", hi), step_("step", step) {}
 
 void ConstraintRange::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
+    IConstraintConsumer& to = Consumer(consumer, "ConstraintRange");
     if (type_ == PropertyTypes::Int64) {
-        consumer->SetMin(loBound_.GetInt64());
-        consumer->SetMax(hiBound_.GetInt64());
-        if (step_.GetInt64() != 0) consumer->SetStep(step_.GetInt64());
+        to.SetMin(loBound_.GetInt64());
+        to.SetMax(hiBound_.GetInt64());
+        if (step_.GetInt64() != 0) to.SetStep(step_.GetInt64());
     } else if (type_ == PropertyTypes::Double) {
-        consumer->SetMin(loBound_.GetDouble());
-        consumer->SetMax(hiBound_.GetDouble());
-        if (step_.GetDouble() != 0.0) consumer->SetStep(step_.GetDouble());
+        to.SetMin(loBound_.GetDouble());
+        to.SetMax(hiBound_.GetDouble());
+        if (step_.GetDouble() != 0.0) to.SetStep(step_.GetDouble());
     } else {
         ThrowNotApplicable("ConstraintRange", type_, kInFillValueList);
     }

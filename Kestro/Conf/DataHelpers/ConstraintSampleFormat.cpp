@@ -20,8 +20,9 @@ constexpr boost::source_location kInIsValid(
 ConstraintSampleFormat::ConstraintSampleFormat(Formats formats) : formats_(std::move(formats)) {}
 
 void ConstraintSampleFormat::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
-    for (const auto& [format, name] : formats_) consumer->AddValue(name, Core::Property(name, name));
-    consumer->EndValues();
+    IConstraintConsumer& to = Consumer(consumer, "ConstraintSampleFormat");
+    for (const auto& [format, name] : formats_) to.AddValue(name, Core::Property(name, name));
+    to.EndValues();
 }
 
 bool ConstraintSampleFormat::IsListed(SampleFormats format) const {

@@ -67,8 +67,9 @@ boost::intrusive_ptr<IPropertyConstraint> ConstraintSet::Create(PropertyTypes ty
 ConstraintSet::ConstraintSet(PropertyTypes type, Entries entries) : type_(type), entries_(std::move(entries)) {}
 
 void ConstraintSet::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
-    for (const auto& [name, value] : entries_) consumer->AddValue(name, value);
-    consumer->EndValues();
+    IConstraintConsumer& to = Consumer(consumer, "ConstraintSet");
+    for (const auto& [name, value] : entries_) to.AddValue(name, value);
+    to.EndValues();
 }
 
 bool ConstraintSet::IsValid(const Core::Property& value) const {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Kestro/Conf/DataHelpers/ConstraintErrors.h"
 #include "Kestro/Conf/DataHelpers/ConstraintRange.h"
 #include "Kestro/Conf/DataHelpers/ConstraintSet.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
@@ -29,7 +30,7 @@ public:
     void FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const override {
         // A consumer that is told a value takes what follows for a list, not for bounds.
         if (dynamic_cast<const ConstraintRange*>(own_.get()) == nullptr) {
-            consumer->AddValue(automatic_.Name(), automatic_);
+            Consumer(consumer, "ConstraintOrAuto").AddValue(automatic_.Name(), automatic_);
         }
         own_->FillValueList(consumer);
     }
@@ -47,12 +48,10 @@ private:
     ConstraintPtr own_;
 };
 
-const std::string kAudioCodecId = StreamRecord::Find(StreamType::Audio).CodecIdPath();
-
 /// The text "automatic" that is added to the constraint of that key; null where none is.
 const std::string* AutomaticText(const std::string& key) {
     if (key == IFormatCodec::TAG_BITRATE_MODE) return &IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO;
-    if (key == kAudioCodecId) return &IFormatCodec::CODEC_ID_AUTO;
+    if (key == StreamRecord::Find(StreamType::Audio).CodecIdPath()) return &IFormatCodec::CODEC_ID_AUTO;
     return nullptr;
 }
 

@@ -1,5 +1,6 @@
 #include "Kestro/Conf/DataHelpers/SizeConstraints.h"
 
+#include "Kestro/Conf/DataHelpers/ConstraintErrors.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Proc/IResize.h"
 
@@ -8,13 +9,14 @@ namespace Kestro::Conf {
 SizeConstraints::SizeConstraints(Sizes sizes) : sizes_(std::move(sizes)) {}
 
 void SizeConstraints::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
+    IConstraintConsumer& to = Consumer(consumer, "SizeConstraints");
     for (const auto& [width, height] : sizes_) {
         Core::Property size(Proc::IResize::FRAME_SIZE_MODE);
         size.SetChild(IFormatCodecVideo::TAG_WIDTH, width);
         size.SetChild(IFormatCodecVideo::TAG_HEIGHT, height);
-        consumer->AddValue(std::to_string(width) + " x " + std::to_string(height), size);
+        to.AddValue(std::to_string(width) + " x " + std::to_string(height), size);
     }
-    consumer->EndValues();
+    to.EndValues();
 }
 
 bool SizeConstraints::IsValid(const Core::Property& value) const {

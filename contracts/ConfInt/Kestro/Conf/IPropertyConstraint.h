@@ -22,7 +22,7 @@ public:
 
     ~IPropertyConstraint() override;
 
-    /// Describes the domain to the consumer.
+    /// Describes the domain to the consumer; throws ConstraintException when there is none.
     virtual void FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const = 0;
     /// Whether the value lies in the domain. Throws ConstraintIsNotApplicableForTypeException for a value of a kind
     /// that the constraint cannot check.
