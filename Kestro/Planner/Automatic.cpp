@@ -10,6 +10,7 @@
 #include "Kestro/Proc/IFilterResample.h"
 #include "Kestro/Proc/IResample.h"
 #include "Kestro/Proc/KeepSource.h"
+#include "Kestro/UntilUnload.h"
 
 namespace Kestro::Planner {
 
@@ -20,7 +21,7 @@ using Kestro::Conf::StreamRecord;
 using Kestro::Core::Property;
 
 const std::vector<AutomaticSetting>& AutomaticSettings() {
-    static const std::vector<AutomaticSetting> settings = [] {
+    static const auto& settings = Kestro::UntilUnload([] {
         std::vector<AutomaticSetting> all;
         const auto keep = [&all](const std::string& node, const std::string& tag) {
             all.push_back({Below(node, tag), *Proc::SourceValue(tag)});
@@ -34,7 +35,7 @@ const std::vector<AutomaticSetting>& AutomaticSettings() {
                            Property({}, IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO)});
         }
         return all;
-    }();
+    }());
     return settings;
 }
 

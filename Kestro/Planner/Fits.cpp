@@ -19,6 +19,7 @@ extern "C" {
 #include "Kestro/Planner/Helpers.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Text.h"
+#include "Kestro/UntilUnload.h"
 
 namespace Kestro::Planner {
 namespace {
@@ -67,13 +68,13 @@ bool RefusesHeader(const std::string& muxer, AVCodecID id) {
 }
 
 const std::vector<std::string>& KnownCodecs() {
-    static const std::vector<std::string> codecs = [] {
+    static const auto& codecs = Kestro::UntilUnload([] {
         std::vector<std::string> ids;
         for (const std::string& id : Kestro::Conf::VideoCodecIds()) ids.push_back(id);
         for (const std::string& id : Kestro::Conf::AudioCodecIds()) ids.push_back(id);
         for (const std::string& id : Kestro::Conf::SubtitleCodecIds()) ids.push_back(id);
         return ids;
-    }();
+    }());
     return codecs;
 }
 

@@ -12,17 +12,18 @@ namespace {
 
 constexpr const char* kSource = "Kestro/Conf/DataHelpers/DataHelpers";
 
-/// Other names of types.
-const std::map<std::string, std::string> kAliases{
-    {IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO, IPreset::KEY_FILTER_AUDIO_CODEC},
-    {IFormatCodecVideo::TAG_FORMAT_CODEC_VIDEO, IPreset::KEY_FILTER_VIDEO_CODEC},
-};
+/// What a type is called otherwise; null where it has no other name.
+const std::string* FindAlias(const std::string& type) {
+    if (type == IFormatCodecAudio::TAG_FORMAT_CODEC_AUDIO) return &IPreset::KEY_FILTER_AUDIO_CODEC;
+    if (type == IFormatCodecVideo::TAG_FORMAT_CODEC_VIDEO) return &IPreset::KEY_FILTER_VIDEO_CODEC;
+    return nullptr;
+}
 
 /// Null for a type that has no table.
 const DataHelperTable* FindTable(const std::string& type) {
-    if (type == IPreset::KEY_FORMAT) return &kFormats;
-    if (type == IPreset::KEY_FILTER_AUDIO_CODEC) return &kAudioCodecs;
-    if (type == IPreset::KEY_FILTER_VIDEO_CODEC) return &kVideoCodecs;
+    if (type == IPreset::KEY_FORMAT) return &Formats();
+    if (type == IPreset::KEY_FILTER_AUDIO_CODEC) return &AudioCodecs();
+    if (type == IPreset::KEY_FILTER_VIDEO_CODEC) return &VideoCodecs();
     return nullptr;
 }
 
@@ -54,9 +55,9 @@ const boost::intrusive_ptr<const IDataHelper> CreateDataHelper(const std::string
                   << HelperException::TagClassIsFound(type) << HelperException::TagTypeIsNotFound(name);
         Kestro::Throw(exception, boost::source_location(Kestro::Conf::kSource, 297, BOOST_CURRENT_FUNCTION));
     }
-    const auto alias = Kestro::Conf::kAliases.find(type);
-    if (alias != Kestro::Conf::kAliases.end()) return CreateDataHelper(alias->second, name);
-    const auto filter = Kestro::Conf::kFilters.find(type);
-    if (filter != Kestro::Conf::kFilters.end()) return filter->second;
+    if (const std::string* alias = Kestro::Conf::FindAlias(type)) return CreateDataHelper(*alias, name);
+    const DataHelperTable& filters = Kestro::Conf::Filters();
+    const auto filter = filters.find(type);
+    if (filter != filters.end()) return filter->second;
     Kestro::Conf::ThrowUnknownType(type, boost::source_location(Kestro::Conf::kSource, 294, BOOST_CURRENT_FUNCTION));
 }

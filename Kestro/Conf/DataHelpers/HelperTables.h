@@ -2,12 +2,14 @@
 
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
 
-/// The registry: which helper answers to which name. Built when the library is loaded; a new helper gets a row here.
+/// The registry: which helper answers to which name. A table is built when something is looked for in it first, and is
+/// there until the library is unloaded: a program that only loads it does not wait, and where memory is short the call
+/// fails. A new helper gets a row here.
 namespace Kestro::Conf {
 
-extern const DataHelperTable kAudioCodecs;  ///< by codec id
-extern const DataHelperTable kVideoCodecs;  ///< by codec id
-extern const DataHelperTable kFormats;      ///< by format name
-extern const DataHelperTable kFilters;      ///< by class id
+const DataHelperTable& AudioCodecs();  ///< by codec id
+const DataHelperTable& VideoCodecs();  ///< by codec id
+const DataHelperTable& Formats();      ///< by format name
+const DataHelperTable& Filters();      ///< by class id
 
 }  // namespace Kestro::Conf

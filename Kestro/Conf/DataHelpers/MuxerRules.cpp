@@ -11,6 +11,7 @@
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/FFWrapper/EncoderTakesPixelFormat.h"
 #include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
+#include "Kestro/UntilUnload.h"
 
 namespace Kestro::Conf {
 
@@ -160,7 +161,10 @@ Muxers MakeMuxers() {
 }
 
 /// By name.
-const Muxers kMuxers = MakeMuxers();
+const Muxers& TheMuxers() {
+    static const Muxers& muxers = UntilUnload(MakeMuxers());
+    return muxers;
+}
 
 bool IsIn(std::span<const AVCodecID> ids, AVCodecID id) { return std::ranges::find(ids, id) != ids.end(); }
 
@@ -214,13 +218,14 @@ bool IsWithinLimits(const MuxerRule& rule, AVCodecID id, const IFormatCodec& cod
 
 Muxer FindMuxer(const std::string& container) {
     const std::string& name = FFWrapper::MuxerNameFromFormatName(container);
-    const auto known = kMuxers.find(name);
-    if (known != kMuxers.end()) return known->second;
-    // Written otherwise, or registered since the library was loaded.
+    const Muxers& muxers = TheMuxers();
+    const auto known = muxers.find(name);
+    if (known != muxers.end()) return known->second;
+    // Written otherwise, or registered since they were listed.
     const AVOutputFormat* format = av_guess_format(name.c_str(), nullptr, nullptr);
     if (format == nullptr) return {};
-    const auto own = kMuxers.find(std::string_view(format->name));
-    return own != kMuxers.end() ? own->second : Muxer{format};
+    const auto own = muxers.find(std::string_view(format->name));
+    return own != muxers.end() ? own->second : Muxer{format};
 }
 
 bool Stores(const Muxer& muxer, AVCodecID id, const IFormatCodec& codec) {

@@ -5,8 +5,11 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <system_error>
+
+#include "Kestro/UntilUnload.h"
 
 namespace Kestro::Core {
 namespace {
@@ -30,7 +33,7 @@ struct Managers {
 };
 
 Managers& TheManagers() {
-    static Managers managers;
+    static Managers& managers = *UntilUnload(std::make_unique<Managers>());
     return managers;
 }
 

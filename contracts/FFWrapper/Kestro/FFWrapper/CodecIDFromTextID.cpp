@@ -8,6 +8,7 @@ extern "C" {
 }
 
 #include "Kestro/Conf/IFormatCodecSubtitle.h"
+#include "Kestro/UntilUnload.h"
 
 namespace Kestro::FFWrapper {
 namespace {
@@ -26,7 +27,7 @@ Ids MakeIds() {
 }  // namespace
 
 AVCodecID CodecIDFromTextID(const std::string& codecId) {
-    static const Ids ids = MakeIds();  // FFmpeg itself looks through all of them
+    static const Ids& ids = UntilUnload(MakeIds());  // FFmpeg itself looks through all of them
     const auto found = ids.find(codecId);
     return found != ids.end() ? found->second : AV_CODEC_ID_NONE;
 }

@@ -1,9 +1,12 @@
 #include "Kestro/Proc/KeepSource.h"
 
+#include <vector>
+
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Proc/IResize.h"
 #include "Kestro/Proc/SettingsFilterFrameRate.h"
+#include "Kestro/UntilUnload.h"
 
 namespace Kestro::Proc {
 namespace {
@@ -15,7 +18,7 @@ using Core::Property;
 }  // namespace
 
 const Property* SourceValue(const std::string& tag) {
-    static const Property kValues[] = {
+    static const auto& values = UntilUnload(std::vector<Property>{
         {IFormatCodecAudio::TAG_SAMPLE_RATE, -1},
         {IFormatCodecAudio::TAG_LAYOUT, IFormatCodecAudio::TAG_CH_LAYOUT_UNKNOWN},
         {IFormatCodecAudio::TAG_SAMPLE_FORMAT, IFormatCodecAudio::TAG_SAMPLE_FORMAT_NONE},
@@ -23,8 +26,8 @@ const Property* SourceValue(const std::string& tag) {
         {IResize::FRAME_SIZE_MODE, IResize::FRAME_SIZE_ORIGINAL},
         {IFormatCodecVideo::TAG_WIDTH, 0},
         {IFormatCodecVideo::TAG_HEIGHT, 0},
-    };
-    for (const Property& value : kValues) {
+    });
+    for (const Property& value : values) {
         if (value.Name() == tag) return &value;
     }
     return nullptr;
