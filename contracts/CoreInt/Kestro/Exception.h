@@ -1,6 +1,9 @@
 #pragma once
 
-#include <boost/exception/all.hpp>
+#include <boost/exception/diagnostic_information.hpp>
+#include <boost/exception/exception.hpp>
+#include <boost/exception/get_error_info.hpp>
+#include <boost/exception/info.hpp>
 #include <boost/throw_exception.hpp>
 #include <exception>
 #include <string>
