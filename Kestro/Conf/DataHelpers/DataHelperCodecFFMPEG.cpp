@@ -180,8 +180,9 @@ void DataHelperCodecFFMPEG::ApplyVideoPreset(const Core::Property& preset, Core:
         }
         const int64_t quality = preset[IFormatCodec::TAG_QUALITY].GetInt64();
         settings.SetChild(IFormatCodec::TAG_QUALITY, quality);
+        const Core::Property* options = preset.FindByPath(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE);
         const Core::Property* approved =
-            preset.FindByPath(SettingKey(Node::Options, IFormatCodecVideo::TAG_APPROVED_VBR_MODE_ONLY));
+            options != nullptr ? options->FindByPath(IFormatCodecVideo::TAG_APPROVED_VBR_MODE_ONLY) : nullptr;
         if (approved != nullptr && approved->GetBool() && preset.ChildExists(IFormatCodec::TAG_BITRATE)) {
             settings.SetChild(IFormatCodec::TAG_BITRATE, preset[IFormatCodec::TAG_BITRATE].GetInt64());
         } else {

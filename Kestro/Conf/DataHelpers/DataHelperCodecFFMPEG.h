@@ -38,6 +38,9 @@ public:
     /// Video: key-frame interval and B-frames are completed; without B-frames where the encoder has none.
     void CorrectFormatCodec(Core::Property& settings) const override;
 
+    /// The flag of the default settings.
+    bool HasGlobalHeader() const { return sheet_.globalHeader; }
+
 protected:
     /// The sheet outlives the helper.
     explicit DataHelperCodecFFMPEG(const CodecSheet& sheet);

@@ -175,4 +175,6 @@ std::string DataHelperFormatBase::DefaultSubtitleTextCodec() const {
     return CodecsConstraint(StreamType::Subtitle, BOOST_CURRENT_FUNCTION)->GetDefaultValue().GetString();
 }
 
+bool DataHelperFormatBase::HasGlobalHeader() const { return defaults_[IFormatCodec::TAG_GLOBAL_HEADER].GetBool(); }
+
 }  // namespace Kestro::Conf

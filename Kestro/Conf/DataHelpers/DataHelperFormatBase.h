@@ -42,6 +42,8 @@ public:
     std::string DefaultVideoCodec() const;
     std::string DefaultAudioCodec() const;
     std::string DefaultSubtitleTextCodec() const;
+    /// The flag of the default settings.
+    bool HasGlobalHeader() const;
 
 protected:
     /// The sheet is read here and not kept.

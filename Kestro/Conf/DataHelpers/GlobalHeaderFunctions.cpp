@@ -1,6 +1,8 @@
 #include "Kestro/Conf/DataHelpers/GlobalHeaderFunctions.h"
 
 #include "Kestro/Conf/CodecKinds.h"
+#include "Kestro/Conf/DataHelpers/DataHelperCodecFFMPEG.h"
+#include "Kestro/Conf/DataHelpers/DataHelperFormatBase.h"
 #include "Kestro/Conf/DataHelpers/DataHelpers.h"
 #include "Kestro/Conf/DataHelpers/HelperErrors.h"
 #include "Kestro/Conf/DataHelpers/MuxerRules.h"
@@ -13,9 +15,11 @@ namespace {
 
 constexpr const char* kSource = "Kestro/Conf/DataHelpers/GlobalHeaderFunctions";
 
+/// Asked of the helper's base, which need not copy its settings for it.
+template <class Base>
 bool HasGlobalHeader(const IDataHelper& helper) {
-    const Core::Property defaults = helper.GetDefaultSettings();
-    return defaults.ChildExists(IFormatCodec::TAG_GLOBAL_HEADER) && defaults[IFormatCodec::TAG_GLOBAL_HEADER].GetBool();
+    const auto* base = dynamic_cast<const Base*>(&helper);
+    return base != nullptr && base->HasGlobalHeader();
 }
 
 bool IsDefaultCodec(const AVOutputFormat& muxer, AVCodecID id) {
@@ -34,7 +38,7 @@ bool FormatHasGlobalHeader(const std::string& formatName) {
         ThrowHelper("Can't get helper for format.", formatName,
                     boost::source_location(kSource, 35, BOOST_CURRENT_FUNCTION));
     }
-    return HasGlobalHeader(*helper);
+    return HasGlobalHeader<DataHelperFormatBase>(*helper);
 }
 
 bool CodecHasGlobalHeader(const std::string& codecId) {
@@ -42,7 +46,7 @@ bool CodecHasGlobalHeader(const std::string& codecId) {
     if (!isVideo && !IsAudioCodec(codecId)) return false;
     const auto helper =
         CreateDataHelper(isVideo ? IPreset::KEY_FILTER_VIDEO_CODEC : IPreset::KEY_FILTER_AUDIO_CODEC, codecId);
-    return helper && HasGlobalHeader(*helper);
+    return helper && HasGlobalHeader<DataHelperCodecFFMPEG>(*helper);
 }
 
 bool CodecIsSupported(const boost::intrusive_ptr<const IFormatFile>& file,

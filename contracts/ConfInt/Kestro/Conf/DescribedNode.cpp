@@ -6,6 +6,12 @@
 
 namespace Kestro::Conf {
 
+DescribedNode::DescribedNode(const Core::Property& node) {
+    for (const Core::Property& setting : node) {
+        if (setting.Type() != PropertyTypes::Node) node_.SetChild(setting.Name(), setting);
+    }
+}
+
 bool DescribedNode::Exists(const std::string& tag, PropertyTypes type) const {
     const Core::Property* setting = node_.FindByPath(tag);
     return setting != nullptr && setting->Type() == type;

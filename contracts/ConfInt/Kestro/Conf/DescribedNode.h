@@ -6,10 +6,10 @@
 
 namespace Kestro::Conf {
 
-/// The settings node that a description of a file or stream answers from.
+/// The settings that a description of a file or stream answers from: the values of a node, without the nodes below it.
 class DescribedNode {
 public:
-    explicit DescribedNode(const Core::Property& node) : node_(node) {}
+    explicit DescribedNode(const Core::Property& node);
 
     /// Whether the node has that setting in that type.
     bool Exists(const std::string& tag, PropertyTypes type) const;
