@@ -71,6 +71,23 @@ function(kestro_target_settings target)
     if(NOT KESTRO_SANITIZE)
         target_link_options(${target} PRIVATE -Wl,-z,defs)
     endif()
+    kestro_harden(${target})
+endfunction()
+
+# What makes a fault of memory end the program instead of serving an attacker: checked stacks and copies, tables of addresses
+# that are written once, jumps to where jumps may go alone.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection KESTRO_HAS_CF_PROTECTION)
+include(CheckPIESupported)
+check_pie_supported()
+function(kestro_harden target)
+    target_compile_options(
+        ${target} PRIVATE -fstack-protector-strong $<$<BOOL:${KESTRO_HAS_CF_PROTECTION}>:-fcf-protection>)
+    if(NOT KESTRO_SANITIZE) # it needs an optimised build, and to see the copies itself
+        target_compile_options(
+            ${target} PRIVATE "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+    endif()
+    target_link_options(${target} PRIVATE -Wl,-z,relro -Wl,-z,now)
 endfunction()
 
 # Installs a library with its headers, under a set of exported targets of its own: so the package can leave out a contract

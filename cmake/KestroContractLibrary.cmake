@@ -17,7 +17,8 @@ set(KESTRO_CONTRACTS CoreInt CoreLocalization ConfInt Settings ProcInt FFWrapper
 #     [PRIVATE_DEPENDS <target>...] what the sources alone need
 #     [HEADERS_FROM <target>...])   targets whose headers are seen, but which are not linked
 #
-# Defines the shared library Kestro<Lib> (libKestro<Lib>.so.1) with the alias Kestro::<Lib>.
+# Defines the shared library Kestro<Lib> (libKestro<Lib>.so.1) with the alias Kestro::<Lib>. It exports what exports.map
+# in the calling folder says.
 function(kestro_contract_library lib)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS;DEPENDS;PRIVATE_DEPENDS;HEADERS_FROM")
     if(arg_UNPARSED_ARGUMENTS)
@@ -45,6 +46,9 @@ function(kestro_contract_library lib)
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
     target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}" FILES ${arg_HEADERS})
+    set(exportsMap "${CMAKE_CURRENT_SOURCE_DIR}/exports.map")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${exportsMap}")
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS "${exportsMap}")
     target_link_libraries(
         ${target}
         PUBLIC ${arg_DEPENDS}
