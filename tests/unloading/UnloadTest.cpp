@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -30,7 +31,7 @@ void Use(void* library) {
     const auto create = reinterpret_cast<decltype(&CreateDataHelper)>(dlsym(library, kFunction));
     ASSERT_NE(create, nullptr) << dlerror();
     const auto helper = create(IPreset::KEY_FORMAT, IFormatFile::FORMAT_MP4);
-    EXPECT_EQ(helper->GetRefCount(), 2);
+    EXPECT_GE(helper->GetRefCount(), 2);
     EXPECT_EQ(helper->GetDefaultSettings()[IFormatFile::TAG_CONTAINER].GetString(), IFormatFile::FORMAT_MP4);
     ConstraintMap constraints;
     helper->FillConstraints(constraints);
@@ -41,18 +42,27 @@ void Use(void* library) {
     EXPECT_THROW(create(IPreset::KEY_FORMAT, "no such format"), HelperException);
 }
 
-TEST(Unloading, TheLibraryComesAndGoesAHundredTimes) {
-    // FFmpeg stays: what the libraries below it lose when they are unloaded is not the question.
-    ASSERT_GT(avformat_version(), 0U);
-    ASSERT_FALSE(IsLoaded());
-    for (int round = 0; round < 100; ++round) {
+void ComeAndGo(int rounds) {
+    for (int round = 0; round < rounds; ++round) {
         SCOPED_TRACE(round);
         void* library = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(library, nullptr) << dlerror();
         Use(library);
         ASSERT_EQ(dlclose(library), 0) << dlerror();
-        ASSERT_FALSE(IsLoaded()) << "something holds on to it";
     }
+}
+
+TEST(Unloading, TheLibraryComesAndGoesAThousandTimes) {
+    // FFmpeg stays: what the libraries below it lose when they are unloaded is not the question.
+    ASSERT_GT(avformat_version(), 0U);
+    for (int round = 0; round < 100; ++round) {
+        ASSERT_FALSE(IsLoaded()) << "something holds on to it after round " << round;
+        ComeAndGo(1);
+    }
+    std::thread other([] { ComeAndGo(450); });
+    ComeAndGo(450);
+    other.join();
+    EXPECT_FALSE(IsLoaded());
 }
 
 }  // namespace
