@@ -54,6 +54,32 @@ void FailEach(const std::string& what, const Action& action) {
     ASSERT_EQ(action(), expected);
 }
 
+// The first test of the program: tables are made at the first call, as often as it fails.
+TEST(Exhaustion, OfTheFirstCalls) {
+    const auto call = [] {
+        const std::string& id = IFormatCodecVideo::CODEC_ID_H264;
+        const Property settings = CreateDataHelper(IPreset::KEY_FILTER_VIDEO_CODEC, id)->GetDefaultSettings();
+        return settings["CodecId"].GetString() == id && FormatHasGlobalHeader("mp4") && IsSupported("mp4", settings);
+    };
+    int64_t alive = Allocations::Alive();
+    int grown = 0;
+    for (int64_t n = 1;; ++n) {
+        bool isRight = false;
+        Allocations::FailAt(n);
+        try {
+            isRight = call();
+        } catch (const std::bad_alloc&) {
+        }
+        if (!Allocations::StopFailing()) {
+            EXPECT_TRUE(isRight);
+            break;
+        }
+        if (alive != Allocations::Alive()) ++grown;
+        alive = Allocations::Alive();
+    }
+    EXPECT_LT(grown, 20) << "more than the tables that were made";
+}
+
 const std::string kLong = "a text that does not fit into a std::string itself";
 
 Property LongTree() {
