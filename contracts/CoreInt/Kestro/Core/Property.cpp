@@ -59,6 +59,7 @@ Property::Property(const Property& other) : Property(other, Shallow()) { CopyChi
 
 Property::Property(const Property& other, Shallow) : name_(other.name_), value_(CopyWithoutChildren(other.value_)) {}
 
+// NOLINTNEXTLINE(performance-noexcept-move-constructor)
 Property::Property(Property&& other) { *this = std::move(other); }
 
 Property::~Property() {
@@ -70,6 +71,7 @@ Property& Property::operator=(const Property& other) {
     return *this;
 }
 
+// NOLINTNEXTLINE(performance-noexcept-move-constructor)
 Property& Property::operator=(Property&& other) {
     if (this == &other) return *this;
     if (IsBelow(other)) return *this = Property(other);  // What holds this node cannot be moved into it.

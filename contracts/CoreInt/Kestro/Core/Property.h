@@ -49,12 +49,12 @@ public:
     Property(const std::string& name, const Ratio& value);
     Property(const Property& other);
     /// May allocate, as far as a moved-from child keeps its name and what holds this node is copied.
-    Property(Property&& other);
+    Property(Property&& other);  // NOLINT(performance-noexcept-move-constructor)
     virtual ~Property();
 
     /// Takes over value and children; the name too, unless this node is the child of another.
     Property& operator=(const Property& other);
-    Property& operator=(Property&& other);
+    Property& operator=(Property&& other);  // NOLINT(performance-noexcept-move-constructor)
 
     /// Replace the value (children go) and keep the name.
     Property& operator=(bool value);
