@@ -214,6 +214,7 @@ bool IsOpen(const AVStream& stream, const MediaStream& info) {
 MediaStream DescribeStream(AVFormatContext& context, AVStream& stream) {
     MediaStream info{.index = stream.index, .type = {}, .codec = avcodec_get_name(stream.codecpar->codec_id)};
     info.codecTag = stream.codecpar->codec_tag;
+    if (stream.duration > 0) info.duration = static_cast<double>(stream.duration) * av_q2d(stream.time_base);
     info.language = Metadata(stream, "language");
     info.title = Metadata(stream, "title");
     info.isDefault = (stream.disposition & AV_DISPOSITION_DEFAULT) != 0;
@@ -238,25 +239,27 @@ MediaStream DescribeStream(AVFormatContext& context, AVStream& stream) {
     return info;
 }
 
-void LookAtFrames(AVFormatContext& context, std::vector<MediaStream>& streams) {
+bool LookAtFrames(AVFormatContext& context, std::vector<MediaStream>& streams) {
     // One video stream, and enough of it for a picture that is coded as two fields.
     constexpr int kFrames = 4;
     constexpr int kPackets = 200;
     std::size_t index = 0;
     while (index < streams.size() && !IsOpen(*context.streams[index], streams[index])) ++index;
-    if (index == streams.size()) return;
-    const Decoder decoder = OpenDecoder(*context.streams[index]);
+    const Decoder decoder = index < streams.size() ? OpenDecoder(*context.streams[index]) : nullptr;
     const Packet packet(av_packet_alloc());
     const Frame frame(av_frame_alloc());
-    if (decoder == nullptr || packet == nullptr || frame == nullptr) return;
+    int packets = 0;
     int frames = 0;
-    for (int i = 0; i < kPackets && frames < kFrames && av_read_frame(&context, packet.get()) >= 0; ++i) {
-        const bool isOurs = packet->stream_index == static_cast<int>(index);
+    while (packets < (decoder != nullptr ? kPackets : 1) && frames < kFrames &&
+           av_read_frame(&context, packet.get()) >= 0) {
+        ++packets;
+        const bool isOurs = decoder != nullptr && packet->stream_index == static_cast<int>(index);
         if (isOurs && avcodec_send_packet(decoder.get(), packet.get()) >= 0) {
             for (; avcodec_receive_frame(decoder.get(), frame.get()) >= 0; ++frames) ReadFrame(*frame, streams[index]);
         }
         av_packet_unref(packet.get());
     }
+    return packets > 0;
 }
 
 }  // namespace Kestro::Planner

@@ -1,5 +1,9 @@
 #include "Kestro/Planner/Execution.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/LayoutRecord.h"
@@ -21,6 +25,12 @@ using Core::Property;
 int Channels(const std::string& layout) {
     const auto* record = Conf::LayoutRecord::Find(layout);
     return record != nullptr ? record->channels : 0;
+}
+
+/// Within what a container's clock makes of a rate: far less than lies between 24 and 24000/1001.
+bool IsSameRate(const boost::rational<int64_t>& planned, const boost::rational<int64_t>& found) {
+    const auto rate = boost::rational_cast<double>(planned);
+    return std::abs(boost::rational_cast<double>(found) - rate) <= 0.0005 * rate;
 }
 
 std::string Known(int64_t value) { return value > 0 ? std::to_string(value) : std::string(); }
@@ -73,7 +83,38 @@ MediaInfo ProbeOutput(const Plan& plan, const std::string& path) {
     return written;
 }
 
+std::optional<double> ExpectedDuration(const Plan& plan, const Excerpt& excerpt) {
+    if (plan.IsPicture() || plan.input.isDurationGuessed) return std::nullopt;
+    double longest = 0.0;
+    bool isKnown = true;
+    for (const PlannedStream& stream : plan.streams) {
+        if (stream.source.isCover) continue;
+        isKnown = isKnown && stream.source.duration.has_value();
+        longest = std::max(longest, stream.source.duration.value_or(0.0));
+    }
+    if (isKnown && longest > 0.0) return excerpt.Of(longest);
+    // The file is as long as its longest stream, and that may be one that is left out.
+    const auto isLeft = [&plan](const MediaStream& stream) {
+        const auto isThis = [&stream](const PlannedStream& planned) { return planned.source.index == stream.index; };
+        return stream.type && !stream.isCover && std::ranges::none_of(plan.streams, isThis);
+    };
+    if (std::ranges::any_of(plan.input.streams, isLeft) || !plan.input.duration) return std::nullopt;
+    return excerpt.Of(plan.input.duration);
+}
+
+std::string Shortfall(const Plan& plan, const MediaInfo& written, const Excerpt& excerpt) {
+    const std::optional<double> expected = ExpectedDuration(plan, excerpt);
+    if (!expected || !written.duration || written.isDurationGuessed) return {};
+    // The last picture and the padding of sound are counted differently by every container.
+    const double margin = 0.5 + 0.01 * *expected;
+    if (*written.duration >= *expected - margin) return {};
+    char text[64];
+    std::snprintf(text, sizeof text, "%.1f s of %.1f s", *written.duration, *expected);
+    return text;
+}
+
 std::vector<std::string> Differences(const Plan& plan, const MediaInfo& written) {
+    if (written.isEmpty) ThrowStreams("a file with nothing in it: no picture and no sound came through");
     if (written.streams.size() != plan.streams.size()) {
         ThrowStreams(std::to_string(written.streams.size()) + " streams instead of " +
                      std::to_string(plan.streams.size()));
@@ -100,7 +141,8 @@ std::vector<std::string> Differences(const Plan& plan, const MediaInfo& written)
             compare.Of("width", IFormatCodecVideo::TAG_WIDTH, Known(stream.width));
             compare.Of("height", IFormatCodecVideo::TAG_HEIGHT, Known(stream.height));
             const bool hasRate = stream.fps > boost::rational<int64_t>(0) && !stream.isCover && !plan.IsPicture();
-            compare.Of("frame rate", IFormatCodecVideo::TAG_FPS, hasRate ? RatioText(stream.fps) : std::string());
+            const bool isOther = hasRate && !IsSameRate(codec[IFormatCodecVideo::TAG_FPS].GetRatio(), stream.fps);
+            compare.Of("frame rate", IFormatCodecVideo::TAG_FPS, isOther ? RatioText(stream.fps) : std::string());
         } else if (planned.kind->type == StreamType::Audio) {
             compare.Of("sample rate", IFormatCodecAudio::TAG_SAMPLE_RATE, Known(stream.sampleRate));
             // AC-3 does not tell speakers behind from those at the side.

@@ -1,5 +1,6 @@
 #include "Kestro/Planner/FfmpegCommands.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "Kestro/Conf/IFormatFile.h"
@@ -21,15 +22,26 @@ std::string EscapedPattern(const std::string& name) {
     return escaped;
 }
 
-Command InputArguments(const Plan& plan) {
+std::string Seconds(double seconds) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.6f", seconds);
+    return text;
+}
+
+Command InputArguments(const Plan& plan, const CommandOptions& options) {
     // Which other files it opens, ffmpeg tells at no lower level.
     const bool opensOthers = FFWrapper::OpensOtherFiles(plan.input.demuxer);
-    Command arguments{"-hide_banner", "-nostdin", "-y", "-loglevel", opensOthers ? "level+debug" : "level+error"};
-    arguments.insert(arguments.end(), {"-progress", "pipe:1", "-stats_period", "0.2"});
+    Command arguments{"-hide_banner"};
+    if (options.isWatched) {
+        arguments.insert(arguments.end(), {"-nostdin", "-y", "-loglevel", opensOthers ? "level+debug" : "level+error",
+                                           "-progress", "pipe:1", "-stats_period", "0.2"});
+    }
     // Nothing of what the file may ask for: no network, no other demuxer than the one that the input was seen with.
     arguments.insert(arguments.end(),
                      {"-protocol_whitelist", "file", "-f", FFWrapper::DemuxerOption(plan.input.demuxer)});
     if (FFWrapper::IsImageMuxer(plan.input.demuxer)) arguments.insert(arguments.end(), {"-pattern_type", "none"});
+    if (options.excerpt.start > 0.0) arguments.insert(arguments.end(), {"-ss", Seconds(options.excerpt.start)});
+    if (options.excerpt.duration) arguments.insert(arguments.end(), {"-t", Seconds(*options.excerpt.duration)});
     arguments.insert(arguments.end(), {"-i", FileUrl(plan.input.path)});
     return arguments;
 }
@@ -60,7 +72,7 @@ std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, c
     std::vector<Command> commands;
     const bool twoPass = Planner::IsTwoPass(plan);
     if (twoPass) {
-        Command& first = commands.emplace_back(InputArguments(plan));
+        Command& first = commands.emplace_back(InputArguments(plan, options));
         std::size_t index = 0;
         for (std::size_t i = 0; i < plan.streams.size(); ++i) {
             if (IsTwoPass(plan.CodecSettings(i))) {
@@ -69,7 +81,7 @@ std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, c
         }
         first.insert(first.end(), {"-f", "null", "-"});
     }
-    Command& last = commands.emplace_back(InputArguments(plan));
+    Command& last = commands.emplace_back(InputArguments(plan, options));
     const Pass pass = twoPass ? Pass{2, options.passDirectory} : Pass{};
     for (std::size_t i = 0; i < plan.streams.size(); ++i) AddStreamOptions(plan, i, pass, last);
     // Told of one, FFmpeg leaves the marks of the others as they are in the input.
@@ -93,6 +105,12 @@ std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, c
 }
 
 }  // namespace
+
+std::optional<double> Excerpt::Of(std::optional<double> inputDuration) const {
+    if (!inputDuration) return duration;
+    const double rest = std::max(0.0, *inputDuration - start);
+    return duration ? std::min(*duration, rest) : rest;
+}
 
 bool IsTwoPass(const Plan& plan) {
     for (std::size_t i = 0; i < plan.streams.size(); ++i) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,16 +12,28 @@ namespace Kestro::Planner {
 /// The arguments of one run of ffmpeg, without the program's name: an argument vector, for no shell.
 using Command = std::vector<std::string>;
 
+/// A piece of the input, in seconds.
+struct Excerpt {
+    double start = 0.0;
+    std::optional<double> duration = {};  ///< none: to the end
+
+    /// How long it is in an input of that length; none: it is not known.
+    KESTRO_PLANNER_API std::optional<double> Of(std::optional<double> inputDuration) const;
+};
+
 struct CommandOptions {
     std::string passDirectory = {};  ///< where the first of two passes leaves what the second reads
     bool isSequence = false;         ///< the output is the folder of all pictures, where Plan::IsPicture()
+    Excerpt excerpt = {};
+    bool isWatched = true;  ///< by a program; otherwise ffmpeg talks to the person who typed the command
 };
 
 /// Whether a stream asks for two passes over the source.
 KESTRO_PLANNER_API bool IsTwoPass(const Plan& plan);
 
-/// The runs of ffmpeg that make the plan's output, in order: one, or two where IsTwoPass. Progress is written to
-/// standard output as FFmpeg's `-progress` has it, every line of an error or of another message bears its level
+/// The runs of ffmpeg that make the plan's output, in order: one, or two where IsTwoPass. For a program that watches,
+/// progress is written to standard output as FFmpeg's `-progress` has it, every line of an error or of another message
+/// bears its level
 /// ("[error]"), and where the input leads to other files they are named as they are opened. Throws NotAcceptable
 /// (InvalidPlan) for a plan whose settings are not those of a plan, or hold texts that the vocabulary does not know.
 KESTRO_PLANNER_API std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output,

@@ -57,6 +57,7 @@ struct MediaStream {
     bool isBottomFieldFirst = false;
     Colour colour;
     std::optional<MasteringDisplay> mastering;
+    std::optional<double> duration = {};  ///< seconds, where the container tells it of each stream
 
     int64_t sampleRate = 0;    ///< Hz
     std::string layout;        ///< FFmpeg's name
@@ -80,6 +81,8 @@ struct MediaInfo {
     std::optional<double> duration;  ///< seconds
     int chapters = 0;
     std::vector<MediaStream> streams;
+    bool isDurationGuessed = false;  ///< from the bitrate, so it may be far off
+    bool isEmpty = false;            ///< there is nothing in the streams
 };
 
 }  // namespace Kestro::Planner

@@ -88,6 +88,7 @@ void OpenInput::ThrowOpensOthers(const std::string& what) const {
 
 void OpenInput::ThrowOf(int error) const {
     if (!refused_.empty()) ThrowOpensOthers(", such as " + Printable(refused_));
+    if (error == AVERROR_EOF) ThrowUnreadable("there is nothing in it");
     if (error == AVERROR_INVALIDDATA) ThrowUnreadable("it is no media file that FFmpeg knows");
     if (error < 0) ThrowUnreadable(ErrorText(error));
 }
@@ -137,7 +138,8 @@ OpenInput::OpenInput(const std::string& path, const ProbeOptions& options) : pat
 
 AVFormatContext& OpenInput::ReadHeaders() {
     const int found = avformat_find_stream_info(context_.get(), nullptr);
-    ThrowOf(found);
+    // Streams with nothing in them are streams.
+    if (found != AVERROR_EOF) ThrowOf(found);
     return *context_;
 }
 

@@ -19,11 +19,12 @@ MediaInfo Probe(const std::string& path, const ProbeOptions& options) {
     info.path = path;
     info.demuxer = context->iformat->name;
     if (context->duration > 0) info.duration = static_cast<double>(context->duration) / AV_TIME_BASE;
+    info.isDurationGuessed = context->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
     info.chapters = static_cast<int>(context->nb_chapters);
     for (unsigned i = 0; i < context->nb_streams; ++i) {
         info.streams.push_back(DescribeStream(*context, *context->streams[i]));
     }
-    LookAtFrames(*context, info.streams);
+    info.isEmpty = !LookAtFrames(*context, info.streams);
     return info;
 }
 

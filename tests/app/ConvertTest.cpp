@@ -162,6 +162,9 @@ TEST_F(Conversions, LeaveTheOldFileWhenTheyFail) {
         {full + size, "File too large"},  // where ffmpeg may end as if all were well
         {R"(fake 'echo half >"$output"; echo no such thing >&2; exit 3')", "status 3.\n  no such thing"},
         {R"(fake 'echo half >"$output"')", "what ffmpeg wrote cannot be read"},
+        {R"(fake ': >"$output"')", "ffmpeg wrote nothing"},
+        {R"(ff -i $clip -map 0:a -t 0 -c:a pcm_s16le ../0.wav; fake 'cp ../0.wav "$output"')",
+         "a file with nothing in it"},
         {R"(fake 'echo half >"$output"; kill -SEGV $$')", "it was ended by a signal: Segmentation fault"},
         {R"(ff -i $clip -an ../1.mkv; fake 'cp ../1.mkv "$output"')", "ffmpeg wrote 1 streams instead of 2"},
         {R"(ff -i $clip -map 0:v -map 0:v ../1.mkv; fake 'cp ../1.mkv "$output"')", "ffmpeg wrote no audio stream"},
@@ -205,6 +208,20 @@ TEST_F(Conversions, TellWhereTheFileIsNotAsPlanned) {
     EXPECT_EQ(output["differences"].size(), 7U) << output;
     EXPECT_EQ(output["differences"][1], "Stream 0: the width is 322, not 160 as planned.");
     EXPECT_EQ(output["messages"], Json({"[a @ 0x1] hm"}));
+}
+
+TEST_F(Conversions, TellWhatADamagedInputGave) {
+    Run("ff -f lavfi -i testsrc2=s=64x64:r=24:d=3 -c:v mpeg4 whole.mkv; head -c 9000 whole.mkv >half.mkv");
+    const Result half = Run("datahelpers convert half.mkv half.mp4 --json");
+    EXPECT_EQ(half.status, 1);
+    EXPECT_EQ(half.AsJson()["status"], 1);
+    EXPECT_THAT(half.AsJson()["output"].value("shortfall", ""), ::testing::MatchesRegex("0.[0-9] s of 3.0 s"));
+    // Clocks of hundredths and thousandths of a second are no difference.
+    for (const std::string options : {"mkv", "gif", "flv", "avi", "mp4 --start 2"}) {
+        const Json output = Report("convert whole.mkv out." + options)["output"];
+        EXPECT_EQ(output["shortfall"], Json()) << options;
+        EXPECT_EQ(output["differences"], Json::array()) << options;
+    }
 }
 
 TEST_F(Conversions, InTwoPassesLeaveNoLogs) {

@@ -71,7 +71,7 @@ TEST_F(Plans, CorrectWhatIsNotAccepted) {
 TEST_F(Plans, TellWhatIsMadeOfEveryStream) {
     Run(kClips);
     const Table<2> rows = {
-        {"mp4 $clip", "VideoCodec/CodecId = h264\n the default of mp4\n"},
+        {"mp4 $clip", "Chosen\n Streams/TypeId=video/VideoCodec/CodecId = h264\n the default of mp4\n"},
         {"mp4 $clip", "Resampler/SampleFmt = fltp\n the samples that FFmpeg's encoder aac takes\nNo corrections\n"},
         {"mp4 $clip $ac/BitRate=100000", "\n Streams/TypeId=audio/AudioCodec/BitRate: 100000 -> 256000\n"},
         {"mp4 $clip --video hevc", "VideoCodec/CodecId = hevc\n asked for by --video\n"},
@@ -92,9 +92,9 @@ TEST_F(Plans, TellWhatIsMadeOfEveryStream) {
         {"dvd $clip $fps=auto", "/1001\n auto: nearest to the input's 24000/1001 that dvd ntsc takes\n"},
         {"mp4 $clip $vc/Fps=25 $fps=auto", "Fps = 25/1\n auto: what the stream's other settings ask for\n"},
         {"--preset ../streams.json ../many.mkv",
-         "\n audio aac from stream 2, encoder aac, global header\n video h264 from stream 0, encoder libx264, global "
-         "header\n audio aac from stream 3, encoder aac, global header\n subtitle ass from stream 4, "
-         "copied\n\nSettings\n"},
+         "\n audio aac from stream 2, 44100 Hz, 3.0, 256 kbit/s, encoder aac, global header\n video h264 from stream "
+         "0, 64 x "
+         "64, 25 frames/s, 2000 kbit/s, encoder libx264, global header\n audio aac from stream 3, "},
         {"--preset ../streams.json ../many.mkv", "Streams/TypeId=audio/AudioResample/Resampler/Layout: 2.1 -> 3.0\n"},
         {"--preset ../streams.json ../many.mkv",
          "Notes\n Streams/3 is dropped: the input has no audio for it.\n Stream 1 of the input (video, ffv1) is left "
@@ -117,11 +117,10 @@ TEST_F(Plans, TellWhatIsMadeOfEveryStream) {
          "Stream 1 of the input (cover picture, png) is left out: the container matroska takes "},
         {"mp4 $clip --set Format/Container=mov", "Output\n mov, FFmpeg's muxer mov, global header\n"},
         {"--preset ../two.json $clip", " Streams/1 is dropped: the input has no video for it.\n"},
-        {"MKV $clip --video H.265 --audio libvorbis",
-         " hevc from stream 0, encoder libx265, global header\n audio vorbis "},
+        {"MKV $clip --video H.265 --audio libvorbis", " kbit/s, encoder libx265, global header\n audio vorbis "},
         {"bmp $clip", " holds one picture; it is the first of the input, unless a sequence is asked for.\n"},
         {"ipod $clip --audio mp3",
-         "encoder libx264, global header\n audio mp3 from stream 1, encoder libmp3lame, NOT supported by the muxer\n"},
+         " audio mp3 from stream 1, 48000 Hz, stereo, 256 kbit/s, encoder libmp3lame, NOT supported by the muxer\n"},
         {"mp4 ../turned.mov", " 0 video mpeg4, 180 x 322 pixels of 3/4, 25 frames/s\n"},
         {"mp4 ../turned.mov", " Width 180\n Height 322\n AspectX 3\n AspectY 4\n"},
         {"mp4 ../old.mkv $size/Width=640", " Width 640\n Height 352\n AspectX 1\n AspectY 1\n"},
@@ -134,13 +133,31 @@ TEST_F(Plans, TellWhatIsMadeOfEveryStream) {
         {"gif ../slow.mkv", " Fps 2/1\n"},
     };
     for (const auto& [arguments, says] : rows) {
-        EXPECT_THAT(RunOnce("datahelpers " + Plan(arguments) + " | tr -s ' '").out, HasSubstr(says)) << arguments;
+        EXPECT_THAT(RunOnce("datahelpers " + Plan(arguments) + " --full | tr -s ' '").out, HasSubstr(says))
+            << arguments;
     }
     EXPECT_EQ(Run("datahelpers plan ../sound.wav --preset ../video.json").status, 3);
     EXPECT_THAT(Run("datahelpers plan ../many.mkv --preset ../two.json --set Format/Limits/MaxVideo=9").err,
                 HasSubstr("Too many video streams"));
     for (const std::string input : {"absent", "..", "../text.srt/", "/dev/null", "''", "../video.json"}) {
         EXPECT_EQ(Run("datahelpers plan --format mp4 -- " + input).status, 2) << input;
+    }
+}
+
+TEST_F(Plans, GiveCommandsThatAShellRuns) {
+    EXPECT_EQ(Run(R"(name=$(printf "it's \\033.mkv"); cp $clip "$name"
+        datahelpers plan "$name" 'a b.mkv' --commands --start 0:00.1 --duration 0.1 $vc/Multipass=two-pass >commands
+        bash -e ./commands >log 2>&1 && ffprobe -v error -count_frames -select_streams v -of csv=p=0 \
+            -show_entries stream=nb_read_frames 'a b.mkv')")
+                  .out,
+              "3\n");
+    const Table<2> rows = {{"--start 1:99", "is no time"},
+                           {"--start x", "is no time"},
+                           {"--duration -1", "is no time"},
+                           {"--start 9", "it ends at 0:00"},
+                           {"--commands", "for an output"}};
+    for (const auto& [option, says] : rows) {
+        EXPECT_THAT(Run("datahelpers plan $clip --format mp4 " + option).err, HasSubstr(says)) << option;
     }
 }
 

@@ -1,7 +1,9 @@
 #include "cli/Arguments.h"
 
 #include <algorithm>
+#include <charconv>
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <iostream>
 #include <string_view>
 
@@ -41,6 +43,26 @@ const Planner::HelperKind& ReadKind(const std::string& word) {
                             .allowed = names});
 }
 
+/// Seconds, or hours, minutes and seconds with colons.
+double ReadSeconds(const std::string& text) {
+    double seconds = 0.0;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (int part = 0; part < 3; ++part) {
+        double number = 0.0;
+        const auto read = std::from_chars(at, end, number, std::chars_format::fixed);
+        if (read.ec != std::errc() || !(number >= 0.0) || (part > 0 && number >= 60.0)) break;
+        seconds = 60.0 * seconds + number;
+        constexpr double kLongest = 1e7;
+        if (read.ptr == end && seconds <= kLongest) return seconds;
+        if (read.ptr == end || *read.ptr != ':' || seconds != std::floor(seconds)) break;
+        at = read.ptr + 1;
+    }
+    throw Failure(ExitStatus::WrongUsage, Complaint{.message = "\"" + Planner::Printable(text) + "\" is no time.",
+                                                    .value = text,
+                                                    .wayOut = "seconds, or with colons: 90, 1:30, 0:01:30.5"});
+}
+
 void AddPlanOptions(CLI::App& command, PlanOptions& options) {
     command.add_option("INPUT", options.input, "The media file to convert")->required();
     auto* preset =
@@ -74,6 +96,17 @@ void AddPlanOptions(CLI::App& command, PlanOptions& options) {
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
+    const auto readTo = [](auto& seconds) {
+        return [&seconds](const std::string& text) { seconds = ReadSeconds(text); };
+    };
+    command
+        .add_option_function<std::string>("--start", readTo(options.excerpt.start),
+                                          "Leave out what is before: 90, 1:30 or 0:01:30.5")
+        ->type_name("TIME");
+    command
+        .add_option_function<std::string>("--duration", readTo(options.excerpt.duration),
+                                          "Take no more than that of the input")
+        ->type_name("TIME");
     command.add_flag("--follow-references", options.followReferences,
                      "Also read the local files that the input names (a playlist, for instance), and tell which");
 }
@@ -111,6 +144,11 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
 
     CLI::App* plan = app.add_subcommand("plan", "Show the settings of a conversion and every correction");
     AddPlanOptions(*plan, arguments.plan);
+
+    plan->add_option("OUTPUT", arguments.output, "What convert would write; its name may tell the container");
+    plan->add_flag("--commands", arguments.showsCommands,
+                   "Print the command lines of ffmpeg for OUTPUT, ready for a shell");
+    plan->add_flag("--full", arguments.isFull, "Also print the whole tree of settings");
 
     CLI::App* convert = app.add_subcommand("convert", "Convert a file");
     AddPlanOptions(*convert, arguments.plan);
@@ -175,6 +213,10 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
                     .message = "A preset or a format is required.",
                     .wayOut = "--preset PRESET or --format FORMAT, or an output whose name ends in one (film.mp4)"});
         }
+    }
+    if (arguments.showsCommands && arguments.output.empty()) {
+        throw Failure(ExitStatus::WrongUsage, Complaint{.message = "The command lines are for an output.",
+                                                        .wayOut = "plan INPUT OUTPUT --commands"});
     }
     return true;
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Kestro/Planner/FfmpegCommands.h"
 #include "Kestro/Planner/Helpers.h"
 #include "Kestro/Planner/Problem.h"
 
@@ -24,6 +25,7 @@ struct PlanOptions {
     bool keepsFields = false;       ///< of interlaced video
     std::string size;               ///< or empty
     std::vector<std::string> sets;  ///< PATH=VALUE
+    Planner::Excerpt excerpt;
     bool followReferences = false;  ///< files that the input names are read, too
 };
 
@@ -39,7 +41,9 @@ struct Arguments {
     std::string codec;                          ///< fits: empty for all
     std::string container;                      ///< fits: empty for all
     PlanOptions plan;                           ///< plan, convert
-    std::string output;                         ///< convert
+    std::string output;                         ///< convert; plan, or empty
+    bool showsCommands = false;                 ///< plan
+    bool isFull = false;                        ///< plan
     bool overwrite = false;                     ///< convert
     bool isQuiet = false;                       ///< convert
     bool listsPresets = false;                  ///< list: the presets, too

@@ -12,18 +12,12 @@ extern "C" {
 #include <iostream>
 
 #include "Kestro/Exception.h"
-#include "Kestro/FFWrapper/MuxerNames.h"
-#include "Kestro/Planner/Execution.h"
-#include "Kestro/Planner/MakePlan.h"
 #include "Kestro/Planner/NotAcceptable.h"
-#include "Kestro/Planner/Probe.h"
-#include "Kestro/Planner/Text.h"
 
 #include "cli/Arguments.h"
 #include "cli/Failure.h"
+#include "cli/PlanCommands.h"
 #include "cli/PresetFile.h"
-#include "convert/Converter.h"
-#include "convert/OutputFile.h"
 #include "report/Catalogue.h"
 #include "report/FitReport.h"
 #include "report/Report.h"
@@ -75,87 +69,14 @@ Json TellFits(const Arguments& arguments) {
     return {{"fits", ToJson(fits)}};
 }
 
-/// A preset is looked at before the input. opened: what was read beside it.
-Planner::Plan MakePlan(const PlanOptions& options, OpenedFiles& opened) {
-    const Planner::Preset preset = ReadPreset(options);
-    std::vector<Planner::Problem> problems = Planner::Check(preset);
-    if (!problems.empty()) throw Planner::NotAcceptable(std::move(problems));
-    Planner::MediaInfo input;
-    const auto probe = [&] { input = Planner::Probe(options.input, {.followReferences = options.followReferences}); };
-    if (options.followReferences) {
-        opened = OpenedFiles::While(probe);
-    } else {
-        probe();
-    }
-    return Planner::MakePlan(input, preset);
-}
-
-/// The report's list of what was read beside the input, where that was asked for.
-void AddOpened(Json& json, const PlanOptions& options, const OpenedFiles& opened) {
-    if (options.followReferences) json["references"] = opened.Beside(options.input);
-}
-
-Json PlanOnly(const Arguments& arguments) {
-    OpenedFiles opened;
-    const Planner::Plan plan = MakePlan(arguments.plan, opened);
-    if (!arguments.json) {
-        Print(std::cout, plan, TerminalWidth(STDOUT_FILENO));
-        PrintOpened(std::cout, opened.Beside(arguments.plan.input));
-    }
-    Json json = ToJson(plan);
-    AddOpened(json, arguments.plan, opened);
-    return json;
-}
-
-/// A name that promises another container than it gets.
-void NoteOtherName(Planner::Plan& plan, const std::string& output) {
-    const std::string named = Planner::ContainerOfFileName(output);
-    if (named.empty() || named == plan.container) return;
-    const bool isOther = plan.IsPicture() || Kestro::FFWrapper::MuxerName(named) != plan.muxer;
-    if (!isOther) return;
-    plan.notes.push_back("The name " + Planner::Printable(output) + " is that of " + named + "; what it gets is " +
-                         plan.container + ", as was asked for.");
-}
-
-Json PlanAndConvert(const Arguments& arguments) {
-    const std::size_t width = TerminalWidth(STDOUT_FILENO);
-    if (!arguments.isSequence)
-        OutputFile::Check(arguments.output, arguments.overwrite, arguments.plan.input, {arguments.plan.presetFile});
-    OpenedFiles opened;
-    Planner::Plan plan = MakePlan(arguments.plan, opened);
-    NoteOtherName(plan, arguments.output);
-    CheckConverter();
-    Planner::CheckInstalled(plan);
-    const bool talks = !arguments.json && !arguments.isQuiet;
-    if (talks) {
-        PrintChanges(std::cout, plan, width);
-        std::cout.flush();
-    }
-    const bool onTerminal = isatty(STDERR_FILENO) != 0;
-    const auto lines = !talks ? Progress::Style::None : Progress::Style::Lines;
-    const auto style = onTerminal && !arguments.isQuiet ? Progress::Style::Bar : lines;
-    const Conversion conversion = arguments.isSequence ? ConvertToSequence(plan, arguments.output, style)
-                                                       : Convert(plan, arguments.output, arguments.overwrite, style);
-    opened.Add(conversion.opened);
-    if (arguments.isQuiet && !arguments.json) PrintFaults(std::cerr, conversion, width);
-    if (talks) {
-        Print(std::cout, conversion, width);
-        PrintOpened(std::cout, opened.Beside(arguments.plan.input));
-    }
-    Json json = ToJson(plan);
-    AddOpened(json, arguments.plan, opened);
-    json["output"] = ToJson(conversion);
-    return json;
-}
-
-Json Run(const Arguments& arguments) {
+Outcome Run(const Arguments& arguments) {
     switch (arguments.command) {
         case Command::List:
-            return List(arguments);
+            return {List(arguments)};
         case Command::Show:
-            return Show(arguments);
+            return {Show(arguments)};
         case Command::Fits:
-            return TellFits(arguments);
+            return {TellFits(arguments)};
         case Command::Plan:
             return PlanOnly(arguments);
         case Command::Convert:
@@ -197,15 +118,17 @@ int main(int count, char** values) {
     OpenStandardStreams();
     av_log_set_level(AV_LOG_QUIET);  // what matters comes back as an error
     Arguments arguments;
+    ExitStatus status = ExitStatus::Done;
     const bool asJson = AsksForJson(count, values);
     try {
         if (ParseArguments(count, values, arguments)) {
-            const Json result = Run(arguments);
-            if (asJson) WriteJson(arguments.commandName, ExitStatus::Done, result);
+            const Outcome outcome = Run(arguments);
+            status = outcome.status;
+            if (asJson) WriteJson(arguments.commandName, status, outcome.report);
         }
         std::cout.flush();
         if (!std::cout) throw Failure(ExitStatus::ConversionFailed, "The report could not be written.");
-        return static_cast<int>(ExitStatus::Done);
+        return static_cast<int>(status);
     } catch (const Failure& failure) {
         return Report(failure, arguments.commandName, asJson);
     } catch (const Planner::NotAcceptable& refused) {

@@ -39,12 +39,19 @@ constexpr int kMostTries = 5;
     throw Failure(ExitStatus::ConversionFailed, std::move(text));
 }
 
+int64_t SizeOf(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_size : 0;
+}
+
 /// Reads what was written: a conversion that left something else than a file with these streams has failed.
 void Verify(const Plan& plan, const std::string& path, Conversion& conversion) {
     try {
         conversion.written = Planner::ProbeOutput(plan, path);
     } catch (const Planner::NotAcceptable&) {
-        throw Failure(ExitStatus::ConversionFailed, "The conversion failed: what ffmpeg wrote cannot be read.");
+        throw Failure(ExitStatus::ConversionFailed, SizeOf(path) > 0
+                                                        ? "The conversion failed: what ffmpeg wrote cannot be read."
+                                                        : "The conversion failed: ffmpeg wrote nothing.");
     }
     try {
         conversion.differences = Planner::Differences(plan, conversion.written);
@@ -55,9 +62,9 @@ void Verify(const Plan& plan, const std::string& path, Conversion& conversion) {
 
 /// Runs ffmpeg as often as the plan asks for. temporary: what it writes, for output.
 void Run(const Plan& plan, const std::vector<Command>& runs, const std::string& temporary, const std::string& output,
-         SignalGuard& signals, Progress::Style style, Conversion& conversion) {
+         SignalGuard& signals, const ConvertOptions& options, Conversion& conversion) {
     const std::string program = FindProgram(kProgram);
-    Progress progress(style, plan.input.duration, runs.size());
+    Progress progress(options.style, options.excerpt.Of(plan.input.duration), runs.size());
     for (const Command& arguments : runs) {
         progress.BeginPass();
         Messages messages(temporary, output);
@@ -71,11 +78,6 @@ void Run(const Plan& plan, const std::vector<Command>& runs, const std::string& 
         conversion.messages.insert(conversion.messages.end(), messages.Errors().begin(), messages.Errors().end());
         conversion.opened.Add(messages.Opened());
     }
-}
-
-int64_t SizeOf(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? status.st_size : 0;
 }
 
 /// Where the output was held to a size: whether that was met, and by other bitrates than were planned.
@@ -101,25 +103,27 @@ void CheckConverter() {
                   Complaint{.message = "The program ffmpeg is not on the PATH.", .wayOut = "install FFmpeg"});
 }
 
-Conversion Convert(const Plan& plan, const std::string& output, bool overwrite, Progress::Style style) {
+Conversion Convert(const Plan& plan, const std::string& output, const ConvertOptions& options) {
     SignalGuard signals;
-    OutputFile file(output, overwrite);
+    OutputFile file(output, options.overwrite);
     const std::string& temporary = file.TemporaryPath();
     std::optional<TemporaryDirectory> passes;
     if (Planner::IsTwoPass(plan)) passes.emplace();
 
-    const CommandOptions options{.passDirectory = passes ? passes->Path() : std::string()};
+    const CommandOptions forFfmpeg{.passDirectory = passes ? passes->Path() : std::string(),
+                                   .excerpt = options.excerpt};
     Conversion conversion;
     Plan tried = plan;
     for (int tries = 1;; ++tries) {
         conversion = {};
-        Run(tried, FfmpegCommands(tried, temporary, options), temporary, output, signals, style, conversion);
+        Run(tried, FfmpegCommands(tried, temporary, forFfmpeg), temporary, output, signals, options, conversion);
         Verify(tried, temporary, conversion);
         conversion.size = SizeOf(temporary);
         const auto corrected = Planner::CorrectedForSize(tried, conversion.size);
         if (!corrected || tries == kMostTries) break;
         tried = *corrected;
     }
+    conversion.shortfall = Planner::Shortfall(plan, conversion.written, options.excerpt);
     TellSize(plan, tried, conversion);
     signals.Heed();
     file.Commit();
@@ -128,7 +132,7 @@ Conversion Convert(const Plan& plan, const std::string& output, bool overwrite, 
     return conversion;
 }
 
-Conversion ConvertToSequence(const Plan& plan, const std::string& folder, Progress::Style style) {
+Conversion ConvertToSequence(const Plan& plan, const std::string& folder, const ConvertOptions& options) {
     if (!plan.IsPicture()) {
         throw Failure(ExitStatus::NotAcceptable, Complaint{.message = "A sequence is of pictures; the container " +
                                                                       plan.container + " holds all of them itself.",
@@ -137,8 +141,8 @@ Conversion ConvertToSequence(const Plan& plan, const std::string& folder, Progre
     SignalGuard signals;
     OutputFolder output(folder);
     Conversion conversion;
-    Run(plan, FfmpegCommands(plan, output.TemporaryPath(), {.isSequence = true}), output.TemporaryPath(), folder,
-        signals, style, conversion);
+    Run(plan, FfmpegCommands(plan, output.TemporaryPath(), {.isSequence = true, .excerpt = options.excerpt}),
+        output.TemporaryPath(), folder, signals, options, conversion);
     Verify(plan, output.TemporaryPath() + "/" + PictureName(plan, 1), conversion);
     conversion.files = 0;
     while (const int64_t size = SizeOf(output.TemporaryPath() + "/" + PictureName(plan, conversion.files + 1))) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "Kestro/Planner/FfmpegCommands.h"
 #include "Kestro/Planner/Plan.h"
 
 #include "convert/OpenedFiles.h"
@@ -20,8 +21,15 @@ struct Conversion {
     int files = 1;     ///< pictures of a sequence
     Planner::MediaInfo written;
     std::vector<std::string> differences;  ///< where the file is not what the plan says
+    std::string shortfall;                 ///< "1.4 s of 3.0 s" of a damaged input; empty: all of it
     std::vector<std::string> messages;     ///< what ffmpeg called errors
     OpenedFiles opened;                    ///< beside the input; known where it leads to others
+};
+
+struct ConvertOptions {
+    bool overwrite = false;
+    Progress::Style style = Progress::Style::None;
+    Planner::Excerpt excerpt = {};
 };
 
 /// Throws Failure (ConversionFailed) when the program ffmpeg is not there.
@@ -29,10 +37,10 @@ void CheckConverter();
 
 /// Runs ffmpeg. The output appears when it is complete; whatever goes wrong before that leaves nothing behind and
 /// throws Failure (ConversionFailed).
-Conversion Convert(const Planner::Plan& plan, const std::string& output, bool overwrite, Progress::Style style);
+Conversion Convert(const Planner::Plan& plan, const std::string& output, const ConvertOptions& options);
 
 /// The same for all pictures of the input, in a new folder, where the plan's container is one of pictures. Throws
 /// Failure (NotAcceptable) for another container, and (WrongUsage) where there is something of that name.
-Conversion ConvertToSequence(const Planner::Plan& plan, const std::string& folder, Progress::Style style);
+Conversion ConvertToSequence(const Planner::Plan& plan, const std::string& folder, const ConvertOptions& options);
 
 }  // namespace App

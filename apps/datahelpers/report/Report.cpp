@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <ostream>
 
+#include "Kestro/Conf/IFormatCodecAudio.h"
+#include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/Planner/Domain.h"
 #include "Kestro/Planner/Json.h"
@@ -14,6 +16,9 @@
 namespace App {
 namespace {
 
+using Kestro::Conf::IFormatCodec;
+using Kestro::Conf::IFormatCodecAudio;
+using Kestro::Conf::IFormatCodecVideo;
 using Kestro::Conf::StreamType;
 using Kestro::Core::Property;
 using Kestro::Core::PropertyValueToString;
@@ -64,6 +69,29 @@ void PrintIndented(std::ostream& out, const std::string& text, std::size_t inden
     out << std::string(indent, ' ') << Wrapped(Printable(text), indent, indent, width) << "\n";
 }
 
+/// What the stream will have: "1280 x 720, 25 frames/s, 2000 kbit/s, ".
+std::string SettledText(const Plan& plan, std::size_t stream) {
+    const Property& codec = plan.CodecSettings(stream);
+    const auto text = [&codec](const std::string& tag) {
+        const Property* value = codec.FindByPath(tag);
+        return value != nullptr ? PropertyValueToString(*value) : std::string();
+    };
+    std::string settled;
+    if (plan.streams[stream].kind->type == StreamType::Video) {
+        settled = text(IFormatCodecVideo::TAG_WIDTH) + " x " + text(IFormatCodecVideo::TAG_HEIGHT) + ", ";
+        const Property* fps = codec.FindByPath(IFormatCodecVideo::TAG_FPS);
+        if (fps != nullptr) settled += FpsText(fps->GetRatio()) + " frames/s, ";
+    } else if (plan.streams[stream].kind->type == StreamType::Audio) {
+        settled = text(IFormatCodecAudio::TAG_SAMPLE_RATE) + " Hz, " + text(IFormatCodecAudio::TAG_LAYOUT) + ", ";
+    }
+    if (text(IFormatCodec::TAG_BITRATE_MODE) == IFormatCodec::TAG_BITRATE_MODE_VBR) {
+        return settled + "quality " + text(IFormatCodec::TAG_QUALITY) + " of " +
+               std::to_string(IFormatCodec::MAX_QUALITY) + ", ";
+    }
+    const Property* rate = codec.FindByPath(IFormatCodec::TAG_BITRATE);
+    return rate != nullptr ? settled + std::to_string(rate->GetInt64() / 1000) + " kbit/s, " : settled;
+}
+
 std::string SizeText(int64_t bytes) {
     char text[32];
     if (bytes >= 1'000'000) {
@@ -96,6 +124,7 @@ Json ToJson(const Conversion& conversion) {
             {"files", conversion.files},
             {"written", Json::parse(Planner::ToJson(conversion.written))},
             {"differences", conversion.differences},
+            {"shortfall", conversion.shortfall.empty() ? Json() : Json(conversion.shortfall)},
             {"messages", conversion.messages}};
 }
 
@@ -108,13 +137,15 @@ Json ToJson(const Complaint& complaint) {
     return json;
 }
 
-void Print(std::ostream& out, const Plan& plan, std::size_t width) {
+void Print(std::ostream& out, const Plan& plan, std::size_t width, bool isFull) {
     out << "Input\n  ";
     PrintMedia(out, plan.input);
     out << "\nOutput\n  " << plan.container << ", FFmpeg's muxer " << plan.muxer
         << (plan.globalHeader ? ", global header" : ", no global header") << "\n";
-    for (const PlannedStream& stream : plan.streams) {
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+        const PlannedStream& stream = plan.streams[i];
         out << "  " << stream.kind->typeId << " " << stream.codecId << " from stream " << stream.source.index << ", ";
+        out << SettledText(plan, i);
         if (stream.isCopied) {
             out << "copied";
         } else {
@@ -125,13 +156,18 @@ void Print(std::ostream& out, const Plan& plan, std::size_t width) {
         out << "\n";
     }
     for (const int attachment : plan.attachments) out << "  attached file from stream " << attachment << "\n";
-    out << "\nSettings\n";
-    PrintTree(out, plan.settings, 2);
     out << "\n";
     PrintChanges(out, plan, width);
+    if (!isFull) return;
+    out << "\nSettings\n";
+    PrintTree(out, plan.settings, 2);
 }
 
 void PrintChanges(std::ostream& out, const Plan& plan, std::size_t width) {
+    if (!plan.notes.empty()) {
+        out << "Notes\n";
+        for (const std::string& note : plan.notes) PrintIndented(out, note, 2, width);
+    }
     if (!plan.choices.empty()) {
         out << "Chosen\n";
         for (const Choice& choice : plan.choices) {
@@ -145,10 +181,6 @@ void PrintChanges(std::ostream& out, const Plan& plan, std::size_t width) {
                       2, width);
         PrintIndented(out, correction.reason, 6, width);
     }
-    if (!plan.notes.empty()) {
-        out << "Notes\n";
-        for (const std::string& note : plan.notes) PrintIndented(out, note, 2, width);
-    }
 }
 
 void Print(std::ostream& out, const Conversion& conversion, std::size_t width) {
@@ -160,6 +192,10 @@ void Print(std::ostream& out, const Conversion& conversion, std::size_t width) {
 }
 
 void PrintFaults(std::ostream& out, const Conversion& conversion, std::size_t width) {
+    if (!conversion.shortfall.empty()) {
+        PrintIndented(out, "The input gave " + conversion.shortfall + "; it is damaged, and this is what could be had.",
+                      2, width);
+    }
     for (const std::string& difference : conversion.differences) PrintIndented(out, difference, 2, width);
     if (conversion.messages.empty()) return;
     out << "ffmpeg had complaints on the way:\n";

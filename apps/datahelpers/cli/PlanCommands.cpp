@@ -1,0 +1,148 @@
+#include "cli/PlanCommands.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/Planner/Execution.h"
+#include "Kestro/Planner/FfmpegCommands.h"
+#include "Kestro/Planner/MakePlan.h"
+#include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/Probe.h"
+#include "Kestro/Planner/Text.h"
+
+#include "cli/PresetFile.h"
+#include "convert/Converter.h"
+#include "convert/OutputFile.h"
+#include "report/Report.h"
+#include "report/Text.h"
+
+namespace App {
+namespace {
+
+/// A preset is looked at before the input. opened: what was read beside it.
+Planner::Plan MakePlan(const PlanOptions& options, OpenedFiles& opened) {
+    const Planner::Preset preset = ReadPreset(options);
+    std::vector<Planner::Problem> problems = Planner::Check(preset);
+    if (!problems.empty()) throw Planner::NotAcceptable(std::move(problems));
+    Planner::MediaInfo input;
+    const auto probe = [&] { input = Planner::Probe(options.input, {.followReferences = options.followReferences}); };
+    if (options.followReferences) {
+        opened = OpenedFiles::While(probe);
+    } else {
+        probe();
+    }
+    if (input.duration && options.excerpt.Of(input.duration) <= 0.0) {
+        throw Failure(ExitStatus::WrongUsage,
+                      "Nothing of the input is asked for: it ends at " + ClockTime(*input.duration) + ".");
+    }
+    return Planner::MakePlan(input, preset);
+}
+
+/// The report's list of what was read beside the input, where that was asked for.
+void AddOpened(Json& json, const PlanOptions& options, const OpenedFiles& opened) {
+    if (options.followReferences) json["references"] = opened.Beside(options.input);
+}
+
+/// A name that promises another container than it gets.
+void NoteOtherName(Planner::Plan& plan, const std::string& output) {
+    const std::string named = Planner::ContainerOfFileName(output);
+    if (named.empty() || named == plan.container) return;
+    const bool isOther = plan.IsPicture() || Kestro::FFWrapper::MuxerName(named) != plan.muxer;
+    if (!isOther) return;
+    plan.notes.push_back("The name " + Planner::Printable(output) + " is that of " + named + "; what it gets is " +
+                         plan.container + ", as was asked for.");
+}
+
+/// As a shell reads it; what a terminal would not show stands in escapes.
+std::string ShellWord(const std::string& word) {
+    const auto isPlain = [](char c) {
+        return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'z') ||
+               std::strchr("_./:=,+@%-", c) != nullptr;
+    };
+    if (!word.empty() && std::ranges::all_of(word, isPlain)) return word;
+    const bool isShown = Planner::Printable(word) == word;
+    std::string quoted = isShown ? "'" : "$'";
+    for (const char c : word) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (!isShown && (byte < 0x20 || byte >= 0x7f || c == '\\' || c == '\'')) {
+            char escaped[5];
+            std::snprintf(escaped, sizeof escaped, "\\x%02x", byte);
+            quoted += escaped;
+        } else {
+            quoted += c == '\'' ? "'\\''" : std::string(1, c);
+        }
+    }
+    return quoted + "'";
+}
+
+/// The command lines that convert would run, for a person's shell.
+Outcome TellCommands(const Planner::Plan& plan, const Arguments& arguments) {
+    const Planner::CommandOptions options{.passDirectory = ".", .excerpt = arguments.plan.excerpt, .isWatched = false};
+    Json lines = Json::array();
+    for (const Planner::Command& command : Planner::FfmpegCommands(plan, arguments.output, options)) {
+        std::string line = "ffmpeg";
+        for (const std::string& word : command) line += " " + ShellWord(word);
+        if (!arguments.json) std::cout << line << "\n";
+        lines.push_back(line);
+    }
+    Json json = ToJson(plan);
+    json["commands"] = lines;
+    return {json};
+}
+
+}  // namespace
+
+Outcome PlanOnly(const Arguments& arguments) {
+    OpenedFiles opened;
+    Planner::Plan plan = MakePlan(arguments.plan, opened);
+    NoteOtherName(plan, arguments.output);
+    if (arguments.showsCommands) return TellCommands(plan, arguments);
+    if (!arguments.json) {
+        Print(std::cout, plan, TerminalWidth(STDOUT_FILENO), arguments.isFull);
+        PrintOpened(std::cout, opened.Beside(arguments.plan.input));
+    }
+    Json json = ToJson(plan);
+    AddOpened(json, arguments.plan, opened);
+    return {json};
+}
+
+Outcome PlanAndConvert(const Arguments& arguments) {
+    const std::size_t width = TerminalWidth(STDOUT_FILENO);
+    if (!arguments.isSequence)
+        OutputFile::Check(arguments.output, arguments.overwrite, arguments.plan.input, {arguments.plan.presetFile});
+    OpenedFiles opened;
+    Planner::Plan plan = MakePlan(arguments.plan, opened);
+    NoteOtherName(plan, arguments.output);
+    CheckConverter();
+    Planner::CheckInstalled(plan);
+    const bool talks = !arguments.json && !arguments.isQuiet;
+    if (talks) {
+        PrintChanges(std::cout, plan, width);
+        std::cout.flush();
+    }
+    const bool onTerminal = isatty(STDERR_FILENO) != 0;
+    const auto lines = !talks ? Progress::Style::None : Progress::Style::Lines;
+    ConvertOptions options{.overwrite = arguments.overwrite, .excerpt = arguments.plan.excerpt};
+    options.style = onTerminal && !arguments.isQuiet ? Progress::Style::Bar : lines;
+    const Conversion conversion = arguments.isSequence ? ConvertToSequence(plan, arguments.output, options)
+                                                       : Convert(plan, arguments.output, options);
+    opened.Add(conversion.opened);
+    if (arguments.isQuiet && !arguments.json) PrintFaults(std::cerr, conversion, width);
+    if (talks) {
+        Print(std::cout, conversion, width);
+        PrintOpened(std::cout, opened.Beside(arguments.plan.input));
+    }
+    Json json = ToJson(plan);
+    AddOpened(json, arguments.plan, opened);
+    json["output"] = ToJson(conversion);
+    return {json, conversion.shortfall.empty() ? ExitStatus::Done : ExitStatus::ConversionFailed};
+}
+
+}  // namespace App
