@@ -99,6 +99,11 @@ void ReadPixels(const AVCodecParameters& codec, MediaStream& info) {
                    .range = Told(av_color_range_name(codec.color_range))};
 }
 
+std::string Metadata(const AVStream& stream, const char* key) {
+    const AVDictionaryEntry* entry = av_dict_get(stream.metadata, key, nullptr, 0);
+    return entry != nullptr ? entry->value : "";
+}
+
 void ReadVideo(AVFormatContext& context, AVStream& stream, MediaStream& info) {
     const AVCodecParameters& codec = *stream.codecpar;
     info.type = StreamType::Video;
@@ -108,12 +113,16 @@ void ReadVideo(AVFormatContext& context, AVStream& stream, MediaStream& info) {
     if (aspect > boost::rational<int64_t>(0)) info.sampleAspectRatio = aspect;
     info.isCover = (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) != 0;
     if (!info.isCover) info.fps = Ratio(av_guess_frame_rate(&context, &stream, nullptr));
-    const auto quarterTurns = std::llround(Rotation(stream) / 90.0);
+    const double degrees = Rotation(stream);
+    info.rotation = std::llround(degrees);
+    const auto quarterTurns = std::llround(degrees / 90.0);
     if (quarterTurns % 2 != 0) {
         std::swap(info.width, info.height);
         info.sampleAspectRatio = boost::rational<int64_t>(1) / info.sampleAspectRatio;
     }
     ReadPixels(codec, info);
+    // WebM keeps the transparency of VP8 and VP9 beside the picture.
+    if (Metadata(stream, "alpha_mode") == "1") info.hasAlpha = true;
     info.isInterlaced = codec.field_order > AV_FIELD_PROGRESSIVE;
     info.isBottomFieldFirst = codec.field_order == AV_FIELD_BB || codec.field_order == AV_FIELD_TB;
     ReadMastering(SideData<AVMasteringDisplayMetadata>(stream, AV_PKT_DATA_MASTERING_DISPLAY_METADATA),
@@ -138,11 +147,6 @@ void ReadAudio(const AVStream& stream, MediaStream& info) {
     info.bitDepth = codec.bits_per_raw_sample;
     const char* format = av_get_sample_fmt_name(static_cast<AVSampleFormat>(codec.format));
     if (format != nullptr) info.sampleFormat = format;
-}
-
-std::string Metadata(const AVStream& stream, const char* key) {
-    const AVDictionaryEntry* entry = av_dict_get(stream.metadata, key, nullptr, 0);
-    return entry != nullptr ? entry->value : "";
 }
 
 struct FreeDecoder {

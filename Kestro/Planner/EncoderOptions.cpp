@@ -75,6 +75,8 @@ void AddSettings(const PlannedStream& stream, const EncoderRecord& encoder, cons
                        encoder.profile != nullptr && *encoder.profile == profile ? encoder.profileWord : profile);
     if (stream.kind->type != StreamType::Video) return;
     options.AddIfGiven("pix_fmt", stream.pixels.format);
+    const bool isTransparent = stream.source.hasAlpha && stream.pixels.format.empty();
+    if (isTransparent && encoder.alphaOption != nullptr) options.Add(encoder.alphaOption, encoder.alphaValue);
     if (const auto frames = Integer(codec, IFormatCodecVideo::TAG_MAX_I_FRAME_INTERVAL); frames && *frames >= 0) {
         options.Add("g", std::to_string(*frames));
     }

@@ -32,6 +32,7 @@ Json VideoJson(const MediaStream& stream) {
     const auto addIfTold = [&json](const char* name, const std::string& value) {
         if (!value.empty()) json[name] = value;
     };
+    if (stream.rotation != 0) json["rotation"] = stream.rotation;
     if (stream.hasAlpha) json["alpha"] = true;
     if (stream.isInterlaced) json["interlaced"] = stream.isBottomFieldFirst ? "bottom" : "top";
     addIfTold("primaries", stream.colour.primaries);

@@ -46,8 +46,9 @@ struct MediaStream {
     bool isForced = false;      ///< subtitles that are always shown
     bool isAttachment = false;  ///< a file in the file, such as a font
 
-    int64_t width = 0;   ///< pixels, as the picture is shown: after the rotation that the file asks for
-    int64_t height = 0;  ///< pixels
+    int64_t width = 0;     ///< pixels, as the picture is shown: after the rotation that the file asks for
+    int64_t height = 0;    ///< pixels
+    int64_t rotation = 0;  ///< degrees: by so much the file asks for the picture to be turned
     boost::rational<int64_t> sampleAspectRatio = 1;
     boost::rational<int64_t> fps = 0;
     bool isCover = false;   ///< an attached picture

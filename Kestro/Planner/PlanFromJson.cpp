@@ -98,6 +98,7 @@ void ReadVideo(const Reader& json, MediaStream& stream) {
     stream.sampleAspectRatio = json.ReadRatio("sampleAspectRatio");
     stream.fps = json.ReadRatio("fps");
     stream.bitDepth = json.Read<int64_t>("bitDepth");
+    stream.rotation = json.ReadOr("rotation", int64_t{0});
     stream.hasAlpha = json.ReadOr("alpha", false);
     stream.isInterlaced = json.Has("interlaced");
     stream.isBottomFieldFirst = stream.isInterlaced && json.Read<std::string>("interlaced") == "bottom";

@@ -7,6 +7,7 @@
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IPreset.h"
+#include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/Fits.h"
 #include "Kestro/Planner/FitUnasked.h"
 #include "Kestro/Planner/Requirement.h"
@@ -62,6 +63,9 @@ std::string CopyObstacle(const CheckedPreset& preset, const PresetStream& wanted
     const Property node = CopiedNode(*wanted.kind, source, source.codec);
     if (!IsStored(plan, wanted, source, node[wanted.kind->codecKey])) {
         return "the container " + preset.container + " does not store " + source.codec + " as it is in the input";
+    }
+    if (source.rotation != 0 && !FFWrapper::MuxerRecord::Find(plan.muxer).hasRotation) {
+        return "the container " + preset.container + " does not keep that the picture is to be turned";
     }
     if (wanted.isCopy) return {};
     // A disc's player wants more than its helper says: groups of pictures, a buffer.

@@ -13,6 +13,7 @@ constexpr MuxerRecord MovFamily(const char* name, bool hasCovers) {
             .hasChapters = true,
             .hasLanguages = true,
             .hasCovers = hasCovers,
+            .hasRotation = true,
             .namesTracks = true,
             .hasMovableIndex = true};
 }
@@ -25,7 +26,7 @@ constexpr MuxerRecord kRecords[] = {
     MovFamily("mov", false),
     MovFamily("3gp", false),
     MovFamily("3g2", false),
-    {.name = "psp", .hasLanguages = true, .namesTracks = true, .hasMovableIndex = true},
+    {.name = "psp", .hasLanguages = true, .hasRotation = true, .namesTracks = true, .hasMovableIndex = true},
     {.name = "asf", .hasChapters = true, .hasLanguages = true},
     {.name = "mpegts", .hasLanguages = true},
     {.name = "ogg", .hasLanguages = true},

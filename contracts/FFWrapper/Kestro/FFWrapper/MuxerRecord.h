@@ -13,6 +13,7 @@ struct KESTRO_FFWRAPPER_API MuxerRecord {
     bool hasLanguages = false;     ///< of each stream
     bool hasAttachments = false;   ///< files in the file, such as fonts
     bool hasCovers = false;        ///< an attached picture beside the streams
+    bool hasRotation = false;      ///< a picture that players turn before they show it
     bool namesTracks = false;      ///< a stream's title goes by "handler_name"
     bool hasMovableIndex = false;  ///< the index can be moved to the front
     bool hasTimestamps = true;     ///< false: a stream begins with the file and has no holes
