@@ -112,7 +112,7 @@ public:
     /// The child by place (in order of insertion) or by name. Throws PropertyException when it is not there.
     const Property& operator[](std::size_t place) const {
         const Property* child = At(place);
-        return child != nullptr ? *child : Missing(std::to_string(place));
+        return child != nullptr ? *child : Missing(place);
     }
     Property& operator[](std::size_t place) { return const_cast<Property&>(std::as_const(*this)[place]); }
     const Property& operator[](const std::string& name) const {
@@ -191,7 +191,7 @@ private:
     Property* Find(std::string_view name) const noexcept {
         const auto* children = std::get_if<Children>(&value_);
         if (children == nullptr) return nullptr;
-        if (children->count > kFew) return FindAmongMany(*children, name);
+        if (children->count > kFew) [[unlikely]] return FindAmongMany(*children, name);
         return FindOneByOne(*children, name);
     }
     static Property* FindOneByOne(const Children& children, std::string_view name) noexcept {
@@ -203,7 +203,7 @@ private:
     Property* At(std::size_t place) const noexcept {
         const auto* children = std::get_if<Children>(&value_);
         if (children == nullptr || place >= children->count) return nullptr;
-        if (children->count > kFew) return AtAmongMany(*children, place);
+        if (children->count > kFew) [[unlikely]] return AtAmongMany(*children, place);
         return AtOneByOne(*children, place);
     }
     static Property* AtOneByOne(const Children& children, std::size_t place) noexcept {
@@ -216,6 +216,7 @@ private:
     static ChildIndex* MakeIndex(const Children& children) noexcept;
 
     [[noreturn]] const Property& Missing(const std::string& name) const;
+    [[noreturn]] const Property& Missing(std::size_t place) const;
     [[noreturn]] const std::string& NotAText() const;
     const Property* FindFirst(std::string_view path, std::size_t& size) const noexcept;
     const Property* Walk(std::string_view& path) const;

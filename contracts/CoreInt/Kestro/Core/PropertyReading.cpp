@@ -54,6 +54,8 @@ void Property::ThrowTooLarge(uint64_t value) {
     Throw(exception, BOOST_CURRENT_LOCATION);
 }
 
+const Property& Property::Missing(std::size_t place) const { Missing(std::to_string(place)); }
+
 const std::string& Property::NotAText() const { ThrowValue(*this, "a text"); }
 
 const Property& Property::ChildByPath(const std::string& path) const { return Descend(path); }
