@@ -191,7 +191,8 @@ private:
     Property* Find(std::string_view name) const noexcept {
         const auto* children = std::get_if<Children>(&value_);
         if (children == nullptr) return nullptr;
-        if (children->count > kFew) [[unlikely]] return FindAmongMany(*children, name);
+        if (children->count > kFew) [[unlikely]]
+            return FindAmongMany(*children, name);
         return FindOneByOne(*children, name);
     }
     static Property* FindOneByOne(const Children& children, std::string_view name) noexcept {
@@ -203,7 +204,8 @@ private:
     Property* At(std::size_t place) const noexcept {
         const auto* children = std::get_if<Children>(&value_);
         if (children == nullptr || place >= children->count) return nullptr;
-        if (children->count > kFew) [[unlikely]] return AtAmongMany(*children, place);
+        if (children->count > kFew) [[unlikely]]
+            return AtAmongMany(*children, place);
         return AtOneByOne(*children, place);
     }
     static Property* AtOneByOne(const Children& children, std::size_t place) noexcept {
