@@ -129,7 +129,7 @@ TEST_F(Conversions, BeginOnlyWhenTheOutputCanBeWritten) {
         {"/dev/null", "it is no regular file"},
         {"''", "it has no name"},
         {"new/", "it has no name"},
-        {"preset --preset preset", "it is the preset itself"},
+        {"preset --preset preset", "it is the preset or plan itself"},
     };
     for (const auto& [output, says] : rows) {
         const Result result = Run("datahelpers convert clip.mkv " + output +
@@ -161,7 +161,7 @@ TEST_F(Conversions, LeaveTheOldFileWhenTheyFail) {
         {full + "9999", "File too large"},
         {full + size, "File too large"},  // where ffmpeg may end as if all were well
         {R"(fake 'echo half >"$output"; echo no such thing >&2; exit 3')", "status 3.\n  no such thing"},
-        {R"(fake 'echo half >"$output"')", "what ffmpeg wrote cannot be read"},
+        {R"(fake 'echo half >"$output"')", "what ffmpeg wrote cannot be read: it is no media file"},
         {R"(fake ': >"$output"')", "ffmpeg wrote nothing"},
         {R"(ff -i $clip -map 0:a -t 0 -c:a pcm_s16le ../0.wav; fake 'cp ../0.wav "$output"')",
          "a file with nothing in it"},
@@ -222,6 +222,38 @@ TEST_F(Conversions, TellWhatADamagedInputGave) {
         EXPECT_EQ(output["shortfall"], Json()) << options;
         EXPECT_EQ(output["differences"], Json::array()) << options;
     }
+}
+
+TEST_F(Conversions, OfManyGoOnWhereTheyWere) {
+    Run("mkdir in; for i in 1 2 3 4; do cp $clip in/$i.mkv; done; echo hm >in/bad.mkv");
+    const std::string convert =
+        "datahelpers convert --into out --format mkv --jobs 2 $vc/EncodeOptions/Preset=ultrafast ";
+    EXPECT_EQ(
+        Run(R"(fake 'echo half >"$output"; echo $$ >>../pids; exec sleep 60'; timeout --preserve-status -s INT 1 )" +
+            convert + "in/*")
+            .status,
+        130);
+    EXPECT_EQ(
+        Run("find out -type f; for pid in $(cat ../pids); do grep -sl 'State:.*sleeping' /proc/$pid/status; done").out,
+        "");
+    const Result all = Run(convert + "in/*");
+    EXPECT_EQ(all.status, 2);
+    EXPECT_THAT(all.out, HasSubstr("! out/bad.mkv  Cannot read in/bad.mkv"));
+    EXPECT_THAT(Run("touch -d '1 hour ago' in/*; rm out/3.mkv; " + convert + "in/?.mkv").out,
+                HasSubstr("1 converted, 3 there already, 0 failed; "));
+    EXPECT_EQ(Run("rm out/1.mkv; " + convert + "--json in/1.mkv in/2.mkv").AsJson()["files"][1]["skipped"], true);
+    EXPECT_THAT(Run(convert + "in/1.mkv $clip 1.mkv").err, HasSubstr("Both in/1.mkv and 1.mkv would become 1.mkv"));
+}
+
+TEST_F(Conversions, AreOfPlansThatWereMadeBefore) {
+    Run("datahelpers plan $clip --format mp4 --start 0.1 --json >plan; cp $clip copy.mkv; ff -i $clip -an other.mkv");
+    EXPECT_EQ(Run("datahelpers convert --plan plan a.mp4 && datahelpers convert --plan plan copy.mkv b.mp4").status, 0);
+    EXPECT_EQ(Run("ffprobe -v error -count_frames -select_streams v -of csv=p=0 -show_entries stream=nb_read_frames "
+                  "b.mp4")
+                  .out,
+              "6\n");
+    EXPECT_EQ(Run("datahelpers convert --plan plan other.mkv c.mp4").status, 3);
+    EXPECT_EQ(Run("datahelpers convert --plan plan plan --overwrite").status, 2);
 }
 
 TEST_F(Conversions, InTwoPassesLeaveNoLogs) {

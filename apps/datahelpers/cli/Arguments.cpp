@@ -63,8 +63,24 @@ double ReadSeconds(const std::string& text) {
                                                     .wayOut = "seconds, or with colons: 90, 1:30, 0:01:30.5"});
 }
 
+/// Which of the files that convert is given is what.
+void TakeFiles(Arguments& arguments) {
+    std::vector<std::string>& files = arguments.inputs;
+    if (!arguments.into.empty()) {
+        if (!arguments.isSequence) return;
+        throw Failure(ExitStatus::WrongUsage, "--into makes a file of each input, --sequence a folder of one.");
+    }
+    const std::size_t least = arguments.plan.planFile.empty() ? 2 : 1;
+    if (files.size() < least) throw Failure(ExitStatus::WrongUsage, "OUTPUT is required.");
+    if (files.size() > 2) {
+        throw Failure(ExitStatus::WrongUsage,
+                      Complaint{.message = "One INPUT makes one OUTPUT.", .wayOut = "--into FOLDER for many"});
+    }
+    arguments.output = files.back();
+    if (files.size() == 2) arguments.plan.input = files.front();
+}
+
 void AddPlanOptions(CLI::App& command, PlanOptions& options) {
-    command.add_option("INPUT", options.input, "The media file to convert")->required();
     auto* preset =
         command.add_option("--preset", options.presetFile, "A preset: a file, or a name that list presets has")
             ->type_name("PRESET");
@@ -143,6 +159,7 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     fits->add_option("--format", arguments.container, "All codecs in it")->type_name("F")->excludes(container);
 
     CLI::App* plan = app.add_subcommand("plan", "Show the settings of a conversion and every correction");
+    plan->add_option("INPUT", arguments.plan.input, "The media file to convert")->required();
     AddPlanOptions(*plan, arguments.plan);
 
     plan->add_option("OUTPUT", arguments.output, "What convert would write; its name may tell the container");
@@ -152,7 +169,25 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
 
     CLI::App* convert = app.add_subcommand("convert", "Convert a file");
     AddPlanOptions(*convert, arguments.plan);
-    convert->add_option("OUTPUT", arguments.output, "The file to write; it appears when it is complete")->required();
+    convert
+        ->add_option(
+            "FILES", arguments.inputs,
+            "INPUT OUTPUT: the media file, and the file to write, which appears when it is complete; with --into any "
+            "number of inputs; with --plan OUTPUT, or INPUT OUTPUT for another place of the input")
+        ->required();
+    auto* into = convert
+                     ->add_option("--into", arguments.into,
+                                  "Convert every file into this folder; those that are there and newer are done")
+                     ->type_name("FOLDER");
+    convert->add_option("--jobs", arguments.jobs, "With --into: so many at once")
+        ->type_name("N")
+        ->check(CLI::Range(1, 256))
+        ->needs(into);
+    auto* planFile = convert->add_option("--plan", arguments.plan.planFile, "Carry out what plan --json has reported")
+                         ->type_name("FILE")
+                         ->excludes(into);
+    for (const char* name : {"--preset", "--format", "--video", "--audio", "--set"})
+        planFile->excludes(convert->get_option(name));
 
     convert->add_flag("--overwrite", arguments.overwrite, "Replace OUTPUT if it is there already");
     convert->add_flag("--quiet", arguments.isQuiet, "Say nothing but what went wrong");
@@ -201,12 +236,14 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
         }
     } else {
         arguments.command = plan->parsed() ? Command::Plan : Command::Convert;
+        if (convert->parsed()) TakeFiles(arguments);
         std::string& preset = arguments.plan.presetFile;
         if (!preset.empty()) preset = FindPreset(preset);
-        if (preset.empty() && arguments.plan.format.empty()) {
+        const bool isOpen = preset.empty() && arguments.plan.planFile.empty();
+        if (isOpen && arguments.plan.format.empty() && arguments.into.empty()) {
             arguments.plan.format = Planner::ContainerOfFileName(arguments.output);
         }
-        if (arguments.plan.presetFile.empty() && arguments.plan.format.empty()) {
+        if (isOpen && arguments.plan.format.empty()) {
             throw Failure(
                 ExitStatus::WrongUsage,
                 Complaint{

@@ -18,6 +18,7 @@ struct PlanOptions {
     std::string input;
     std::string presetFile;  ///< or empty: `format` is given
     std::string format;
+    std::string planFile;           ///< or empty: a plan to carry out, in place of all that makes one
     std::string video;              ///< codec, or empty
     std::string audio;              ///< codec, or empty
     std::string audioTracks;        ///< as Preset::ChooseTracks has them, or empty
@@ -44,6 +45,10 @@ struct Arguments {
     std::string output;                         ///< convert; plan, or empty
     bool showsCommands = false;                 ///< plan
     bool isFull = false;                        ///< plan
+    std::vector<std::string> inputs;            ///< convert, many
+    std::string into;                           ///< convert, many: the folder; else empty
+    std::size_t jobs = 1;                       ///< convert, many: at once
+    bool tellsParts = false;                    ///< convert: progress is for this program itself
     bool overwrite = false;                     ///< convert
     bool isQuiet = false;                       ///< convert
     bool listsPresets = false;                  ///< list: the presets, too

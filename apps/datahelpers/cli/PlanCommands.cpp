@@ -6,12 +6,14 @@
 #include <cstdio>
 #include <cstring>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "Kestro/FFWrapper/MuxerNames.h"
 #include "Kestro/Planner/Execution.h"
 #include "Kestro/Planner/FfmpegCommands.h"
+#include "Kestro/Planner/Json.h"
 #include "Kestro/Planner/MakePlan.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Probe.h"
@@ -26,8 +28,42 @@
 namespace App {
 namespace {
 
+/// Whether two files are alike as far as a plan goes.
+bool IsAlike(const Planner::MediaInfo& one, const Planner::MediaInfo& other) {
+    const auto isAlike = [](const Planner::MediaStream& a, const Planner::MediaStream& b) {
+        return a.type == b.type && a.codec == b.codec && a.isCover == b.isCover && a.width == b.width &&
+               a.height == b.height && a.sampleRate == b.sampleRate && a.layout == b.layout;
+    };
+    return one.demuxer == other.demuxer && std::ranges::equal(one.streams, other.streams, isAlike);
+}
+
+/// A plan that was made before, perhaps elsewhere, for this input or one like it. Fills in what it says of the input.
+Planner::Plan ReadPlan(PlanOptions& options) {
+    const std::string text = ReadText(options.planFile, "plan");
+    Planner::Plan plan = Planner::PlanFromJson(text);
+    const Json frame = Json::parse(text);
+    if (const Json excerpt = frame.value("excerpt", Json()); excerpt.is_object()) {
+        const auto seconds = [&excerpt](const char* name) {
+            const Json value = excerpt.value(name, Json());
+            return value.is_number() ? std::optional(std::clamp(value.get<double>(), 0.0, 1e7)) : std::nullopt;
+        };
+        if (options.excerpt.start == 0.0) options.excerpt.start = seconds("start").value_or(0.0);
+        if (!options.excerpt.duration) options.excerpt.duration = seconds("duration");
+    }
+    if (options.input.empty()) options.input = plan.input.path;
+    const Planner::MediaInfo input = Planner::Probe(options.input);
+    if (!IsAlike(input, plan.input)) {
+        throw Planner::NotAcceptable(
+            {.code = Planner::ProblemCode::InvalidPlan,
+             .message = Planner::Printable(options.input) + " is not what the plan was made for."});
+    }
+    plan.input = input;
+    return plan;
+}
+
 /// A preset is looked at before the input. opened: what was read beside it.
-Planner::Plan MakePlan(const PlanOptions& options, OpenedFiles& opened) {
+Planner::Plan MakePlan(PlanOptions& options, OpenedFiles& opened) {
+    if (!options.planFile.empty()) return ReadPlan(options);
     const Planner::Preset preset = ReadPreset(options);
     std::vector<Planner::Problem> problems = Planner::Check(preset);
     if (!problems.empty()) throw Planner::NotAcceptable(std::move(problems));
@@ -92,7 +128,7 @@ Outcome TellCommands(const Planner::Plan& plan, const Arguments& arguments) {
         if (!arguments.json) std::cout << line << "\n";
         lines.push_back(line);
     }
-    Json json = ToJson(plan);
+    Json json = App::ToJson(plan);
     json["commands"] = lines;
     return {json};
 }
@@ -101,24 +137,33 @@ Outcome TellCommands(const Planner::Plan& plan, const Arguments& arguments) {
 
 Outcome PlanOnly(const Arguments& arguments) {
     OpenedFiles opened;
-    Planner::Plan plan = MakePlan(arguments.plan, opened);
+    PlanOptions asked = arguments.plan;
+    Planner::Plan plan = MakePlan(asked, opened);
     NoteOtherName(plan, arguments.output);
     if (arguments.showsCommands) return TellCommands(plan, arguments);
     if (!arguments.json) {
         Print(std::cout, plan, TerminalWidth(STDOUT_FILENO), arguments.isFull);
         PrintOpened(std::cout, opened.Beside(arguments.plan.input));
     }
-    Json json = ToJson(plan);
+    Json json = App::ToJson(plan);
     AddOpened(json, arguments.plan, opened);
+    if (const Planner::Excerpt& excerpt = asked.excerpt; excerpt.start > 0.0 || excerpt.duration) {
+        json["excerpt"] = {{"start", excerpt.start}, {"duration", excerpt.duration ? Json(*excerpt.duration) : Json()}};
+    }
     return {json};
 }
 
 Outcome PlanAndConvert(const Arguments& arguments) {
     const std::size_t width = TerminalWidth(STDOUT_FILENO);
-    if (!arguments.isSequence)
-        OutputFile::Check(arguments.output, arguments.overwrite, arguments.plan.input, {arguments.plan.presetFile});
+    PlanOptions asked = arguments.plan;
+    const auto checkOutput = [&] {
+        if (arguments.isSequence) return;
+        OutputFile::Check(arguments.output, arguments.overwrite, asked.input, {asked.presetFile, asked.planFile});
+    };
+    checkOutput();
     OpenedFiles opened;
-    Planner::Plan plan = MakePlan(arguments.plan, opened);
+    Planner::Plan plan = MakePlan(asked, opened);
+    if (arguments.plan.input.empty()) checkOutput();  // now that its name is known
     NoteOtherName(plan, arguments.output);
     CheckConverter();
     Planner::CheckInstalled(plan);
@@ -129,8 +174,9 @@ Outcome PlanAndConvert(const Arguments& arguments) {
     }
     const bool onTerminal = isatty(STDERR_FILENO) != 0;
     const auto lines = !talks ? Progress::Style::None : Progress::Style::Lines;
-    ConvertOptions options{.overwrite = arguments.overwrite, .excerpt = arguments.plan.excerpt};
+    ConvertOptions options{.overwrite = arguments.overwrite, .excerpt = asked.excerpt};
     options.style = onTerminal && !arguments.isQuiet ? Progress::Style::Bar : lines;
+    if (arguments.tellsParts) options.style = Progress::Style::Parts;
     const Conversion conversion = arguments.isSequence ? ConvertToSequence(plan, arguments.output, options)
                                                        : Convert(plan, arguments.output, options);
     opened.Add(conversion.opened);
@@ -139,7 +185,7 @@ Outcome PlanAndConvert(const Arguments& arguments) {
         Print(std::cout, conversion, width);
         PrintOpened(std::cout, opened.Beside(arguments.plan.input));
     }
-    Json json = ToJson(plan);
+    Json json = App::ToJson(plan);
     AddOpened(json, arguments.plan, opened);
     json["output"] = ToJson(conversion);
     return {json, conversion.shortfall.empty() ? ExitStatus::Done : ExitStatus::ConversionFailed};

@@ -11,6 +11,9 @@
 #include <system_error>
 #include <utility>
 
+#include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/Conf/IPreset.h"
+#include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/Planner/Helpers.h"
 #include "Kestro/Planner/Text.h"
 
@@ -23,24 +26,11 @@ using Kestro::Conf::StreamType;
 using Planner::Preset;
 using Planner::Printable;
 
-constexpr std::size_t kMaxPresetBytes = 1 << 20;
+constexpr std::size_t kMaxTextBytes = 1 << 20;
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
-
-std::string ReadText(const std::string& path) {
-    const auto fail = [&path](const std::string& reason) {
-        throw Failure(ExitStatus::WrongUsage, "Cannot read the preset " + Printable(path) + ": " + reason + ".");
-    };
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
-    if (!file) fail(std::strerror(errno));
-    std::string text(kMaxPresetBytes + 1, '\0');
-    text.resize(std::fread(text.data(), 1, text.size(), file.get()));
-    if (std::ferror(file.get()) != 0) fail(std::strerror(errno));
-    if (text.size() > kMaxPresetBytes) fail("it is larger than " + std::to_string(kMaxPresetBytes) + " bytes");
-    return text;
-}
 
 /// A path may hold a selector with "=" and no value holds one: the last "=" parts them.
 std::size_t EndOfPath(const std::string& set) {
@@ -69,6 +59,30 @@ std::vector<std::filesystem::path> PresetFolders() {
 }
 
 }  // namespace
+
+std::string ReadText(const std::string& path, const std::string& what) {
+    const auto fail = [&](const std::string& reason) {
+        throw Failure(ExitStatus::WrongUsage, "Cannot read the " + what + " " + Printable(path) + ": " + reason + ".");
+    };
+    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    if (!file) fail(std::strerror(errno));
+    std::string text(kMaxTextBytes + 1, '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file.get()));
+    if (std::ferror(file.get()) != 0) fail(std::strerror(errno));
+    if (text.size() > kMaxTextBytes) fail("it is larger than " + std::to_string(kMaxTextBytes) + " bytes");
+    return text;
+}
+
+std::string ContainerOf(const Preset& preset) {
+    const std::string path = Kestro::Conf::IPreset::KEY_FORMAT + Kestro::Core::Property::SEPARATOR +
+                             Kestro::Conf::IFormatFile::TAG_CONTAINER;
+    const Kestro::Core::Property* set = preset.Settings().FindByPath(path);
+    std::string container = set != nullptr ? Kestro::Core::PropertyValueToString(*set) : std::string();
+    for (const Planner::Change& change : preset.Changes()) {
+        if (change.path == path) container = change.value;
+    }
+    return container;
+}
 
 std::vector<KnownPreset> ListPresets() {
     std::vector<KnownPreset> presets;
@@ -107,8 +121,9 @@ Preset ReadPreset(const PlanOptions& options) {
     const auto meant = [](const Planner::HelperKind& kind, const std::string& word) {
         return Planner::NameMeantBy(kind, word);
     };
-    Preset preset = options.presetFile.empty() ? Preset::OfContainer(meant(Planner::kFormats, options.format))
-                                               : Preset::FromJson(ReadText(options.presetFile), options.presetFile);
+    Preset preset = options.presetFile.empty()
+                        ? Preset::OfContainer(meant(Planner::kFormats, options.format))
+                        : Preset::FromJson(ReadText(options.presetFile, "preset"), options.presetFile);
     if (!options.video.empty())
         preset.Choose(StreamType::Video, meant(Planner::kVideoCodecs, options.video), "--video");
     if (!options.audio.empty())

@@ -9,12 +9,14 @@ extern "C" {
 
 #include <cstdlib>
 #include <exception>
+#include <functional>
 #include <iostream>
 
 #include "Kestro/Exception.h"
 #include "Kestro/Planner/NotAcceptable.h"
 
 #include "cli/Arguments.h"
+#include "cli/Batch.h"
 #include "cli/Failure.h"
 #include "cli/PlanCommands.h"
 #include "cli/PresetFile.h"
@@ -69,22 +71,6 @@ Json TellFits(const Arguments& arguments) {
     return {{"fits", ToJson(fits)}};
 }
 
-Outcome Run(const Arguments& arguments) {
-    switch (arguments.command) {
-        case Command::List:
-            return {List(arguments)};
-        case Command::Show:
-            return {Show(arguments)};
-        case Command::Fits:
-            return {TellFits(arguments)};
-        case Command::Plan:
-            return PlanOnly(arguments);
-        case Command::Convert:
-            break;
-    }
-    return PlanAndConvert(arguments);
-}
-
 int Report(const Failure& failure, const std::string& command, bool asJson) {
     Print(std::cerr, failure.Said(), TerminalWidth(STDERR_FILENO));
     if (asJson) WriteJson(command, failure.Status(), {{"error", ToJson(failure.Said())}});
@@ -105,6 +91,51 @@ int Report(const Planner::NotAcceptable& refused, const Arguments& arguments, bo
     return code;
 }
 
+/// Does it, and reports what kept it from being done.
+int Guarded(const Arguments& arguments, const std::function<int()>& work) {
+    const bool asJson = arguments.json;
+    try {
+        return work();
+    } catch (const Failure& failure) {
+        return Report(failure, arguments.commandName, asJson);
+    } catch (const Planner::NotAcceptable& refused) {
+        return Report(refused, arguments, asJson);
+    } catch (const Kestro::Exception& exception) {
+        // The library's own words, where no step above had better ones.
+        return Report(Failure(ExitStatus::NotAcceptable, exception.what()), arguments.commandName, asJson);
+    } catch (const std::exception& exception) {
+        return Report(Failure(ExitStatus::ConversionFailed, exception.what()), arguments.commandName, asJson);
+    }
+}
+
+int Finish(const Arguments& arguments);
+
+Outcome Run(const Arguments& arguments) {
+    switch (arguments.command) {
+        case Command::List:
+            return {List(arguments)};
+        case Command::Show:
+            return {Show(arguments)};
+        case Command::Fits:
+            return {TellFits(arguments)};
+        case Command::Plan:
+            return PlanOnly(arguments);
+        case Command::Convert:
+            break;
+    }
+    if (arguments.into.empty()) return PlanAndConvert(arguments);
+    return ConvertMany(arguments, [](const Arguments& one) { return Guarded(one, [&one] { return Finish(one); }); });
+}
+
+/// The command, and its report.
+int Finish(const Arguments& arguments) {
+    const Outcome outcome = Run(arguments);
+    if (arguments.json) WriteJson(arguments.commandName, outcome.status, outcome.report);
+    std::cout.flush();
+    if (!std::cout) throw Failure(ExitStatus::ConversionFailed, "The report could not be written.");
+    return static_cast<int>(outcome.status);
+}
+
 /// Where one was closed, the next file that is opened would take its number, and our words with it.
 void OpenStandardStreams() {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -118,25 +149,6 @@ int main(int count, char** values) {
     OpenStandardStreams();
     av_log_set_level(AV_LOG_QUIET);  // what matters comes back as an error
     Arguments arguments;
-    ExitStatus status = ExitStatus::Done;
-    const bool asJson = AsksForJson(count, values);
-    try {
-        if (ParseArguments(count, values, arguments)) {
-            const Outcome outcome = Run(arguments);
-            status = outcome.status;
-            if (asJson) WriteJson(arguments.commandName, status, outcome.report);
-        }
-        std::cout.flush();
-        if (!std::cout) throw Failure(ExitStatus::ConversionFailed, "The report could not be written.");
-        return static_cast<int>(status);
-    } catch (const Failure& failure) {
-        return Report(failure, arguments.commandName, asJson);
-    } catch (const Planner::NotAcceptable& refused) {
-        return Report(refused, arguments, asJson);
-    } catch (const Kestro::Exception& exception) {
-        // The library's own words, where no step above had better ones.
-        return Report(Failure(ExitStatus::NotAcceptable, exception.what()), arguments.commandName, asJson);
-    } catch (const std::exception& exception) {
-        return Report(Failure(ExitStatus::ConversionFailed, exception.what()), arguments.commandName, asJson);
-    }
+    arguments.json = AsksForJson(count, values);
+    return Guarded(arguments, [&] { return ParseArguments(count, values, arguments) ? Finish(arguments) : 0; });
 }

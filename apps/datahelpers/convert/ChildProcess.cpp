@@ -157,7 +157,7 @@ public:
     }
 
 private:
-    /// The child's half after fork: only calls that are safe there.
+    /// The child's half after fork: only calls that are safe there, and its job; a program with one thread may do more.
     [[noreturn]] void Exec(char* const* arguments, const SignalGuard& signals, pid_t parent) {
         setpgid(0, 0);
         prctl(PR_SET_PDEATHSIG, ending_);
@@ -168,6 +168,7 @@ private:
             _exit(127);
         }
         signals.RestoreInChild();
+        if (job_.run) _exit(job_.run());
         execv(arguments[0], arguments);
         _exit(127);
     }
@@ -215,7 +216,7 @@ void Children::Wait() {
     }
     const int ready = ppoll(polled.data(), polled.size(), nullptr, &signals_.WaitMask());
     if (ready < 0 && errno != EINTR) ThrowErrno("Cannot wait for ffmpeg");
-    signals_.Heed(groups);
+    signals_.Heed(groups, ending_ == SIGKILL ? SIGSTOP : SIGTSTP);
     if (ready <= 0) return;
     for (std::size_t i = children_.size(); i-- > 0;) {
         const std::span<const pollfd> own = std::span(polled).subspan(kEach * i, kEach);

@@ -17,10 +17,11 @@ struct ChildEnd {
     int status = 0;       ///< its exit status, or the signal
 };
 
-/// What to run, by its argument vector and without a shell, and who hears of it. Its standard input is empty.
+/// What to run, a program by its argument vector and without a shell, and who hears of it. Its standard input is empty.
 struct ChildJob {
     std::string program;
     std::vector<std::string> arguments;
+    std::function<int()> run;  ///< instead of a program: what this one does in the child, and its exit status
     std::function<void(std::string_view)> onOutput;  ///< every line
     std::function<void(std::string_view)> onError;   ///< every line
     std::function<void(ChildEnd)> onEnd;

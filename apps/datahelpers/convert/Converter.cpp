@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 
@@ -48,9 +49,13 @@ int64_t SizeOf(const std::string& path) {
 void Verify(const Plan& plan, const std::string& path, Conversion& conversion) {
     try {
         conversion.written = Planner::ProbeOutput(plan, path);
-    } catch (const Planner::NotAcceptable&) {
+    } catch (const Planner::NotAcceptable& refused) {
+        // Its words, without the name that the file has until it is complete.
+        const std::string said = refused.what();
+        const std::size_t reason = said.rfind(": ");
         throw Failure(ExitStatus::ConversionFailed, SizeOf(path) > 0
-                                                        ? "The conversion failed: what ffmpeg wrote cannot be read."
+                                                        ? "The conversion failed: what ffmpeg wrote cannot be read" +
+                                                              said.substr(std::min(reason, said.size()))
                                                         : "The conversion failed: ffmpeg wrote nothing.");
     }
     try {
@@ -70,6 +75,7 @@ void Run(const Plan& plan, const std::vector<Command>& runs, const std::string& 
         Messages messages(temporary, output);
         const ChildEnd end = RunChild({.program = program,
                                        .arguments = arguments,
+                                       .run = {},
                                        .onOutput = [&progress](std::string_view line) { progress.Read(line); },
                                        .onError = [&messages](std::string_view line) { messages.Read(line); },
                                        .onEnd = {}},

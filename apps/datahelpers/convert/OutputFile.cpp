@@ -94,7 +94,7 @@ void OutputFile::Check(const std::string& path, bool overwrite, const std::strin
             return stat(file.c_str(), &other) == 0 && other.st_dev == status.st_dev && other.st_ino == status.st_ino;
         };
         if (isThis(input)) refuse("it is the input itself");
-        if (std::ranges::any_of(others, isThis)) refuse("it is the preset itself");
+        if (std::ranges::any_of(others, isThis)) refuse("it is the preset or plan itself");
         if (!overwrite) {
             throw Failure(ExitStatus::WrongUsage,
                           Complaint{.message = "Cannot write " + Printable(path) + ": it is there already.",

@@ -64,6 +64,10 @@ void Progress::Show() {
         const double inPass = std::clamp(seconds_ / std::max(*duration_, 1e-3), 0.0, 1.0);
         part = (static_cast<double>(pass_) - 1.0 + inPass) / static_cast<double>(passes_);
     }
+    if (style_ == Style::Parts) {
+        std::fprintf(stderr, "%s%.3f\n", kPart, part);
+        return;
+    }
     if (!speed_.empty()) text += "  " + speed_;
 
     if (style_ == Style::Bar) {

@@ -6,10 +6,13 @@
 
 namespace App {
 
-/// Shows on standard error how far a conversion is: a bar on a terminal, a plain line every tenth otherwise.
+/// Shows on standard error how far a conversion is: a bar on a terminal, a plain line every tenth otherwise,
+/// and for this program itself, where it runs several at once, the part that is done: "part 0.532".
 class Progress {
 public:
-    enum class Style { Bar, Lines, None };
+    enum class Style { Bar, Lines, Parts, None };
+
+    static constexpr const char* kPart = "part ";
 
     /// duration: of the input in seconds, if it is known. passes: the number of runs over it.
     Progress(Style style, std::optional<double> duration, std::size_t passes);

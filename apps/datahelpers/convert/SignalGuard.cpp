@@ -84,7 +84,7 @@ SignalGuard::~SignalGuard() {
     sigprocmask(SIG_SETMASK, &before_, nullptr);
 }
 
-void SignalGuard::Heed(const std::vector<pid_t>& groups) {
+void SignalGuard::Heed(const std::vector<pid_t>& groups, int stopping) {
     const timespec now{};
     ppoll(nullptr, 0, &now, &before_);
     if (const int signal = endingSignal; signal != 0) {
@@ -93,7 +93,7 @@ void SignalGuard::Heed(const std::vector<pid_t>& groups) {
     }
     if (stopAsked == 0) return;
     stopAsked = 0;
-    for (const pid_t group : groups) kill(-group, SIGSTOP);
+    for (const pid_t group : groups) kill(-group, stopping);
     // By the signal's own action, so that the shell sees it, and nothing happens where there is none.
     const struct sigaction standard = ActionOf(SIG_DFL);
     struct sigaction noting {};

@@ -92,16 +92,6 @@ std::string SettledText(const Plan& plan, std::size_t stream) {
     return rate != nullptr ? settled + std::to_string(rate->GetInt64() / 1000) + " kbit/s, " : settled;
 }
 
-std::string SizeText(int64_t bytes) {
-    char text[32];
-    if (bytes >= 1'000'000) {
-        std::snprintf(text, sizeof text, "%.1f MB", static_cast<double>(bytes) / 1e6);
-    } else {
-        std::snprintf(text, sizeof text, "%.1f kB", static_cast<double>(bytes) / 1e3);
-    }
-    return text;
-}
-
 }  // namespace
 
 Complaint Told(const Planner::Problem& problem) {

@@ -67,6 +67,16 @@ std::size_t TerminalWidth(int descriptor) {
     return kUsual;
 }
 
+std::string SizeText(int64_t bytes) {
+    char text[32];
+    if (bytes >= 1'000'000) {
+        std::snprintf(text, sizeof text, "%.1f MB", static_cast<double>(bytes) / 1e6);
+    } else {
+        std::snprintf(text, sizeof text, "%.1f kB", static_cast<double>(bytes) / 1e3);
+    }
+    return text;
+}
+
 std::string ClockTime(double seconds) {
     const auto whole = static_cast<int64_t>(std::llround(std::clamp(seconds, 0.0, 1e9)));
     char text[32];

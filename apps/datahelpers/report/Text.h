@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -16,6 +17,9 @@ std::string Wrapped(std::string_view text, std::size_t start, std::size_t indent
 
 /// Columns of the terminal behind the descriptor; $COLUMNS or 80 when it is none.
 std::size_t TerminalWidth(int descriptor);
+
+/// "1.5 MB".
+std::string SizeText(int64_t bytes);
 
 /// "1:02:03" or "2:03".
 std::string ClockTime(double seconds);

@@ -2,6 +2,7 @@
 
 extern "C" {
 #include <libavformat/avformat.h>
+#include <libavutil/avstring.h>
 }
 
 #include <algorithm>
@@ -87,6 +88,18 @@ std::string PictureExtension(const std::string& codecId) {
     const auto* row =
         std::ranges::find_if(kExtensions, [&](const Extension& entry) { return entry.codecId == codecId; });
     return row != std::end(kExtensions) ? row->extension : codecId;
+}
+
+std::string FileExtension(const std::string& container) {
+    const std::string muxer = MuxerName(container);
+    if (IsImageMuxer(muxer)) {
+        return PictureExtension(container == kImageMuxer ? IFormatCodecVideo::CODEC_ID_MJPEG : container);
+    }
+    const AVOutputFormat* format = av_guess_format(muxer.c_str(), nullptr, nullptr);
+    const std::string extensions = format != nullptr && format->extensions != nullptr ? format->extensions : "";
+    // Of several containers that one muxer writes, each has its own.
+    const bool isOwn = muxer != container && av_match_name(container.c_str(), extensions.c_str()) != 0;
+    return isOwn || extensions.empty() ? container : extensions.substr(0, extensions.find(','));
 }
 
 }  // namespace Kestro::FFWrapper

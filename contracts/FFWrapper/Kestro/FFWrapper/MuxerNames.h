@@ -20,4 +20,7 @@ KESTRO_FFWRAPPER_API bool IsImageMuxer(const std::string& muxer);
 /// How the files of a picture codec end: "jpg".
 KESTRO_FFWRAPPER_API std::string PictureExtension(const std::string& codecId);
 
+/// How the files of a container of the registry end: "mkv".
+KESTRO_FFWRAPPER_API std::string FileExtension(const std::string& container);
+
 }  // namespace Kestro::FFWrapper
