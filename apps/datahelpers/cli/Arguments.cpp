@@ -186,7 +186,8 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     auto* planFile = convert->add_option("--plan", arguments.plan.planFile, "Carry out what plan --json has reported")
                          ->type_name("FILE")
                          ->excludes(into);
-    for (const char* name : {"--preset", "--format", "--video", "--audio", "--set"})
+    for (const char* name : {"--preset", "--format", "--video", "--audio", "--audio-tracks", "--subtitles",
+                             "--keep-fields", "--size", "--set", "--follow-references"})
         planFile->excludes(convert->get_option(name));
 
     convert->add_flag("--overwrite", arguments.overwrite, "Replace OUTPUT if it is there already");

@@ -8,6 +8,7 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Kestro/FFWrapper/MuxerNames.h"
@@ -78,7 +79,11 @@ Planner::Plan MakePlan(PlanOptions& options, OpenedFiles& opened) {
         throw Failure(ExitStatus::WrongUsage,
                       "Nothing of the input is asked for: it ends at " + ClockTime(*input.duration) + ".");
     }
-    return Planner::MakePlan(input, preset);
+    // A size is for the piece that is taken.
+    const std::optional<double> whole = std::exchange(input.duration, options.excerpt.Of(input.duration));
+    Planner::Plan plan = Planner::MakePlan(input, preset);
+    plan.input.duration = whole;
+    return plan;
 }
 
 /// The report's list of what was read beside the input, where that was asked for.

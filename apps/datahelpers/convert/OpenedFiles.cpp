@@ -6,7 +6,6 @@ extern "C" {
 
 #include <algorithm>
 #include <cstdarg>
-#include <cstdio>
 #include <mutex>
 #include <utility>
 
@@ -17,9 +16,10 @@ namespace {
 std::mutex listening;
 OpenedFiles* listener = nullptr;
 
-void Listen(void*, int, const char* format, va_list arguments) {
+void Listen(void* speaker, int level, const char* format, va_list arguments) {
     char line[4096];
-    const int length = std::vsnprintf(line, sizeof line, format, arguments);
+    int withSpeaker = 1;
+    const int length = av_log_format_line2(speaker, level, format, arguments, line, sizeof line, &withSpeaker);
     if (length <= 0) return;
     const std::lock_guard lock(listening);
     if (listener != nullptr) listener->Read(line);
