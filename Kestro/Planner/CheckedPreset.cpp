@@ -139,7 +139,10 @@ private:
 
     void Apply(const Change& change) {
         if (change.path == ContainerPath()) return;
-        if (change.path == Preset::KEY_SIZE) return (void)tree_.SetChild(change.path, change.value);
+        if (change.path == Preset::KEY_SIZE) {
+            tree_.SetChild(change.path, change.value);
+            return;
+        }
         const std::string formatPrefix = IPreset::KEY_FORMAT + Separator();
         const std::string streamsPrefix = IPreset::KEY_STREAMS + Separator();
         if (change.path.starts_with(formatPrefix)) {

@@ -5,8 +5,8 @@
 
 namespace Kestro::Planner {
 
-/// Applies the codec settings of a preset to the stream, completed with the encoder's defaults where they leave the
-/// bitrate open. isComplete: the preset comes from a text, so a default is worth telling. Throws NotAcceptable.
+/// Applies the codec settings of a preset to the stream, completed where they leave the rate control open. isComplete:
+/// the preset comes from a text, so a default is worth telling. Throws NotAcceptable.
 void ApplyEncoderPreset(const PresetStream& stream, bool isComplete, const Conf::IDataHelper& encoder,
                         const Requirements& requirements, StreamSettings& settings);
 

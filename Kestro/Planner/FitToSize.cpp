@@ -44,11 +44,6 @@ public:
     Plan Run() {
         Check();
         LowerSound();
-        if (Films() == 0) {
-            if (OtherBytes(plan_) > kAimOfSize * limit_) RefuseSmall();
-            KeepChoices();
-            return plan_;
-        }
         if (FilmBitrate() < LeastOfFilms()) RefuseSmall();
         LowerFrameRate(kUsualFps, false);
         LowerFrameSize();
@@ -97,8 +92,10 @@ private:
     }
 
     double LeastOfFilms() const {
+        // Small pictures miss a bitrate by more, and it must be possible to go lower then.
+        constexpr double kReserve = 1.06;
         double sum = 0;
-        for (const PlannedStream& stream : plan_.streams) sum += IsFilm(stream) ? LeastBitrate(stream) : 0;
+        for (const PlannedStream& stream : plan_.streams) sum += IsFilm(stream) ? kReserve * LeastBitrate(stream) : 0;
         return sum;
     }
 
@@ -157,11 +154,16 @@ private:
 
     void LowerSound() {
         constexpr double kMostOfAll = 0.2;
-        const double all = limit_ * kBitsPerByte / *plan_.input.duration;
-        const auto sounds = std::ranges::count_if(
-            plan_.streams, [](const PlannedStream& stream) { return stream.kind->type == StreamType::Audio; });
-        const double most =
-            (Films() == 0 ? kAimOfSize : kMostOfAll) * all / static_cast<double>(std::max<long>(sounds, 1));
+        double sounds = 0;
+        double bitrates = 0;
+        for (std::size_t i = 0; i < plan_.streams.size(); ++i) {
+            if (plan_.streams[i].kind->type != StreamType::Audio) continue;
+            sounds += 1;
+            bitrates += BitrateOf(plan_.CodecSettings(i));
+        }
+        // Without a film all is theirs, but for what the container takes.
+        const double part = kMostOfAll * limit_ * kBitsPerByte / *plan_.input.duration;
+        const double most = (Films() == 0 ? FilmBitrate() + bitrates : part) / std::max(sounds, 1.0);
         for (std::size_t i = 0; i < plan_.streams.size(); ++i) {
             const PlannedStream& stream = plan_.streams[i];
             const std::string setting = Below(stream.kind->codecKey, IFormatCodec::TAG_BITRATE);
@@ -245,7 +247,7 @@ private:
                 if (!choice.reason.empty()) Tell(choice.path, choice.reason);
             }
         }
-        plan_ = settle_(other);
+        if (Films() > 0) plan_ = settle_(other);
     }
 
     /// The value that the plan has at a path as the user writes it; null where there is none.

@@ -75,13 +75,9 @@ void FitFrameSize(StreamSettings& settings, const Requirement& requirement, cons
     });
 }
 
-/// What is asked for stays, or is refused; but a number goes to the nearest that can be had. Sides have a shape to
-/// keep.
+/// What is asked for stays, or is refused; but a rate goes to the nearest that can be had.
 bool MayMove(const StreamSettings& settings, const std::string& path, const Property& value, const Property& nearest) {
-    if (!settings.IsAsked(path)) return true;
-    const std::string tag = LastSegment(path);
-    const bool isRate = tag == IFormatCodecAudio::TAG_SAMPLE_RATE || tag == IFormatCodecVideo::TAG_FPS;
-    return isRate && IsSameMagnitude(value, nearest);
+    return !settings.IsAsked(path) || IsMovableRate(LastSegment(path), value, nearest);
 }
 
 void AlignSamples(StreamSettings& settings) {

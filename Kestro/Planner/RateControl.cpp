@@ -3,10 +3,12 @@
 #include <algorithm>
 
 #include "Kestro/Conf/DiscRecord.h"
+#include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
 #include "Kestro/FFWrapper/EncoderRecord.h"
+#include "Kestro/Planner/EncoderOptions.h"
 #include "Kestro/Planner/Tree.h"
 
 namespace Kestro::Planner {
@@ -24,6 +26,15 @@ Requirements On(const std::string& path, const Requirements& requirements, const
         return requirement.path == path && requirement.Applies(tree);
     });
     return found;
+}
+
+/// Whether a number, moved to the nearest that can be had, is still about what was asked for.
+bool IsSameMagnitude(const Property& asked, const Property& nearest) {
+    // Bits for kilobits, and Hz for kHz, are a thousand times off; a slip of the hand is not.
+    constexpr double kMost = 4;
+    const double from = asked.GetDouble();
+    const double to = nearest.GetDouble();
+    return from > 0 && to > 0 && from <= to * kMost && to <= from * kMost;
 }
 
 /// Fills in what one stream leaves open.
@@ -70,9 +81,10 @@ private:
         return std::ranges::all_of(modes, [&](const Requirement& one) { return one.Accepts(Property({}, mode)); });
     }
 
-    /// A disc's player reads no faster than its standard says, which no quality heeds.
+    /// A disc's player reads no faster than its standard says, which no quality heeds; nor do two passes.
     bool HasQuality(const EncoderRecord* record) const {
-        return record != nullptr && record->usual.quality > 0 && Takes(IFormatCodec::TAG_BITRATE_MODE_VBR) &&
+        return record != nullptr && record->usual.quality > 0 && !IsTwoPass(preset_) &&
+               Takes(IFormatCodec::TAG_BITRATE_MODE_VBR) &&
                Conf::DiscRecord::Find(tree_[Conf::IPreset::KEY_FORMAT]) == nullptr;
     }
 
@@ -139,12 +151,9 @@ bool CompleteRateControl(const PresetStream& stream, const Conf::IDataHelper& en
     return Completion(stream, encoder, requirements, settings, preset).Run();
 }
 
-bool IsSameMagnitude(const Property& asked, const Property& nearest) {
-    // Bits for kilobits, and Hz for kHz, are a thousand times off; a slip of the hand is not.
-    constexpr double kMost = 4;
-    const double from = asked.GetDouble();
-    const double to = nearest.GetDouble();
-    return from > 0 && to > 0 && from <= to * kMost && to <= from * kMost;
+bool IsMovableRate(const std::string& tag, const Property& asked, const Property& nearest) {
+    const bool isRate = tag == Conf::IFormatCodecAudio::TAG_SAMPLE_RATE || tag == IFormatCodecVideo::TAG_FPS;
+    return isRate && !(nearest == asked) && IsSameMagnitude(asked, nearest);
 }
 
 void MoveAskedToNearest(const std::string& codecKey, const Requirements& requirements, StreamSettings& settings) {

@@ -22,7 +22,8 @@ bool CompleteRateControl(const PresetStream& stream, const Conf::IDataHelper& en
 /// (ValueNotAccepted) where the nearest is of another magnitude.
 void MoveAskedToNearest(const std::string& codecKey, const Requirements& requirements, StreamSettings& settings);
 
-/// Whether a number, moved to the nearest that can be had, is still about what was asked for.
-bool IsSameMagnitude(const Core::Property& asked, const Core::Property& nearest);
+/// Whether a rate of samples or frames that is asked for and cannot be had is moved to the nearest: that is of its
+/// magnitude.
+bool IsMovableRate(const std::string& tag, const Core::Property& asked, const Core::Property& nearest);
 
 }  // namespace Kestro::Planner

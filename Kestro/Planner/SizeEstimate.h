@@ -7,8 +7,8 @@
 
 namespace Kestro::Planner {
 
-/// The part of a size that is aimed at: encoders keep to a bitrate by a hundredth or so.
-constexpr double kAimOfSize = 0.985;
+/// The part of a size that is aimed at: encoders keep to a bitrate by two hundredths or so.
+constexpr double kAimOfSize = 0.98;
 constexpr double kBitsPerByte = 8;
 
 /// The size, bytes, that a preset's tree sets; nothing when it sets none. Throws NotAcceptable (WrongType).

@@ -7,6 +7,7 @@
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/RateControl.h"
 #include "Kestro/Planner/Tree.h"
 #include "Kestro/Proc/FilterRecord.h"
 #include "Kestro/Proc/IFilterFrameRate.h"
@@ -93,12 +94,20 @@ void CollectFilters(const PresetStream& stream, const Conf::IDataHelper& encoder
     }
 }
 
-void CheckFilters(const Requirements& requirements, const StreamSettings& settings) {
+void CheckFilters(const Requirements& requirements, StreamSettings& settings) {
     const Property tree = settings.AskedFilters();
     for (const Requirement& requirement : requirements) {
         if (requirement.rule || !requirement.Applies(tree)) continue;
-        if (!requirement.Accepts(tree.ChildByPath(requirement.path))) {
-            RefuseValue(requirement, tree.ChildByPath(requirement.path), settings.UserPath(requirement.path), {});
+        const Property& value = tree.ChildByPath(requirement.path);
+        if (requirement.Accepts(value)) continue;
+        const Property nearest = requirement.Corrected(value);
+        if (!IsMovableRate(LastSegment(requirement.path), value, nearest)) {
+            RefuseValue(requirement, value, settings.UserPath(requirement.path), {});
+        }
+        for (Filter& filter : settings.Filters()) {
+            const std::string prefix = filter.classId + Property::SEPARATOR;
+            if (!requirement.path.starts_with(prefix)) continue;
+            filter.settings.ChildByPath(requirement.path.substr(prefix.size())).CopyDataFrom(nearest);
         }
     }
     for (const Filter& filter : settings.Filters()) CheckImplementation(filter, settings);

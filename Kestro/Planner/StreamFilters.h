@@ -12,7 +12,7 @@ void CollectFilters(const PresetStream& stream, const Conf::IDataHelper& encoder
 
 /// Throws NotAcceptable (ValueNotAccepted) for what is asked of a filter that takes no such value. What filters require
 /// by rules they keep themselves: sizes, for one, are made even.
-void CheckFilters(const Requirements& requirements, const StreamSettings& settings);
+void CheckFilters(const Requirements& requirements, StreamSettings& settings);
 
 /// Lets the filters bring the source's values to what is asked of them.
 void ApplyFilters(const PresetStream& stream, const Requirements& requirements, StreamSettings& settings);

@@ -18,7 +18,7 @@ TEST_F(Conversions, MakeWhatThePlanSays) {
         "song.mp3");
     const Table<2> rows = {
         {"$clip out --preset $presets/mp4-h264-aac.json",
-         "h264,High,1280,720,1:1,yuv420p,30000/1001,0\naac,LC,48000,stereo,0/0,0\n"},
+         "h264,High,322,180,1:1,yuv420p,24000/1001,0\naac,LC,48000,stereo,0/0,0\n"},
         {"$clip out --preset $presets/dvd-pal.json", "mpeg2video,Main,720,576,64:45,yuv420p,25/1,0"},
         {"$clip out --preset $presets/matroska-h264-mp3.json", "mp3,unknown,44100,stereo,"},
         {"song.mp3 out --format mp3", "png,unknown,64,64,"},
@@ -35,6 +35,16 @@ TEST_F(Conversions, MakeWhatThePlanSays) {
             "r_frame_rate,sample_aspect_ratio,sample_rate,channel_layout:disposition=attached_pic out");
         EXPECT_THAT(probe.out, ::testing::StartsWith(output["size"].dump() + "\n")) << arguments;
         EXPECT_THAT(probe.out, HasSubstr(streams)) << arguments;
+    }
+}
+
+TEST_F(Conversions, MeetASize) {
+    Run("ff -f lavfi -i testsrc2=s=320x240:d=10,noise=c0s=20:c0f=t -f lavfi -i sine=d=10 -c:v ffv1 -c:a flac film.mkv");
+    for (const std::string made : {"--format mp4", "--format avi --video mpeg4 --audio mp3"}) {
+        const int64_t size = Report("convert film.mkv out --size 400k " + made)["output"]["size"];
+        EXPECT_LE(size, 400'000) << made;
+        EXPECT_GE(size, 384'000) << made;
+        Run("rm out");
     }
 }
 

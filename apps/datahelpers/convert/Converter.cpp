@@ -97,7 +97,7 @@ void TellSize(const Plan& plan, const Plan& tried, Conversion& conversion) {
     const auto others = Planner::OtherBitrates(plan, tried);
     conversion.differences.insert(conversion.differences.end(), others.begin(), others.end());
     if (static_cast<double>(conversion.size) < Planner::kLeastOfSize * static_cast<double>(*plan.sizeLimit)) {
-        conversion.differences.emplace_back("The output is smaller than it may be: no bitrate makes it larger.");
+        conversion.differences.emplace_back("The output is smaller than it may be: no bitrate brings it nearer.");
     }
 }
 
