@@ -79,7 +79,8 @@ std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, c
                 AddEncoderOptions(plan, i, index++, {1, options.passDirectory}, first);
             }
         }
-        first.insert(first.end(), {"-f", "null", "-"});
+        // The same muxer chooses the same frames; FFmpeg's null muxer may keep others.
+        first.insert(first.end(), {"-f", plan.muxer, "-y", "/dev/null"});
     }
     Command& last = commands.emplace_back(InputArguments(plan, options));
     const Pass pass = twoPass ? Pass{2, options.passDirectory} : Pass{};

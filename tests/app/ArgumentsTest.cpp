@@ -47,7 +47,7 @@ TEST_F(Arguments, SayWhatThePlanSays) {
         {"vcd $vc/BitRate=2000000",
          ",pad=w=352:h=240:x=(ow-iw)/2:y=(oh-ih)/2,setsar=10/11,fps=30000/1001" + bits + "327680 "},
         {"bmp", " -c:0 bmp" + bits + "4000000 -frames:v 1 -update 1 -f image2 file:./."},
-        {"mp4 $vc/Multipass=two-pass", " -pass:0 1 -passlogfile:0 /pass -f mp4 /dev/null "},
+        {"mp4 $vc/Multipass=two-pass", " -pass:0 1 -passlogfile:0 /pass -f mp4 -y /dev/null "},
         {"mp4 $vc/Multipass=two-pass", " -pass:0 2 -passlogfile:0 /pass -map 0:1 "},
         {"mp4 --video hevc $vc/Multipass=two-pass", " -x265-params:0 pass=2:stats=/pass -map 0:1 "},
     };
