@@ -57,7 +57,7 @@ void PrintMedia(std::ostream& out, const MediaInfo& media) {
         } else if (stream.type == StreamType::Audio) {
             out << ", " << stream.sampleRate << " Hz, " << stream.layout << ", " << stream.sampleFormat;
         }
-        if (!stream.language.empty()) out << ", " << Printable(stream.language);
+        if (!stream.language.empty() && stream.language != "und") out << ", " << Printable(stream.language);
         if (!stream.title.empty()) out << ", \"" << Printable(stream.title) << "\"";
         if (stream.isForced) out << ", forced";
         out << "\n";
