@@ -32,6 +32,8 @@ std::string_view ProblemText(ProblemCode code) {
             return "too-many-streams";
         case ProblemCode::NothingToConvert:
             return "nothing-to-convert";
+        case ProblemCode::ValueCorrected:
+            return "value-corrected";
         case ProblemCode::NotInstalled:
             return "not-installed";
     }

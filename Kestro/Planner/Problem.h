@@ -23,6 +23,7 @@ enum class ProblemCode {
     ValueNotAccepted,  ///< "value-not-accepted": by a helper, and it cannot be corrected
     TooManyStreams,    ///< "too-many-streams"
     NothingToConvert,  ///< "nothing-to-convert": the input has none of the wanted streams
+    ValueCorrected,    ///< "value-corrected": where corrections are not wanted
     NotInstalled,      ///< "not-installed": the installed FFmpeg lacks the muxer or the encoder
 };
 KESTRO_PLANNER_API std::string_view ProblemText(ProblemCode code);

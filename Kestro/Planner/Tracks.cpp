@@ -133,7 +133,8 @@ private:
             static_cast<std::size_t>(std::max<int64_t>(limit - std::ranges::count_if(tracks_.taken, isLikeIt), 0));
         if (limit < 0 || sources.size() <= room) return;
         Sources byRank = sources;
-        std::ranges::stable_partition(byRank, [](const MediaStream* source) { return source->isDefault; });
+        std::stable_partition(byRank.begin(), byRank.end(),
+                              [](const MediaStream* source) { return source->isDefault; });
         for (std::size_t i = room; i < byRank.size(); ++i) {
             tracks_.left.emplace(byRank[i]->index, "the container " + preset_.container + " takes " +
                                                        std::to_string(limit) + " " + wanted.kind->typeId +

@@ -201,13 +201,15 @@ TEST_F(Conversions, LeaveTheOldFileWhenTheyFail) {
 // An interactive shell is what stops programs.
 TEST_F(Conversions, StopAndGoOnWithTheirChild) {
     EXPECT_EQ(Run(R"(fake 'sleep 60 & echo $! >../pid; sleep 0.1; kill -TSTP $PPID; wait'
-        bash -mc 'datahelpers convert ../clip.mkv out.mp4 --format mp4 >&2 & program=$!; sleep 0.3
-            for action in STOP CONT; do
-                [ $action = STOP ] || kill -$action $program
-                sleep 0.3; sed -n "s/^State:.\(.\).*/\1/p" /proc/$(cat ../pid)/status
-            done; kill $program; wait $program; echo $?')")
+        bash -mc 'comes_to() {
+                for try in $(seq 100); do grep -qs "State:.$1" /proc/$(cat ../pid)/status && break; sleep 0.1; done
+                echo $1 $((try < 100))
+            }
+            datahelpers convert ../clip.mkv out.mp4 --format mp4 >&2 & program=$!
+            until [ -s ../pid ]; do sleep 0.1; done
+            comes_to T; kill -CONT $program; comes_to S; kill $program; wait $program; echo $?')")
                   .out,
-              "T\nS\n143\n");
+              "T 1\nS 1\n143\n");
 }
 
 TEST_F(Conversions, TellWhereTheFileIsNotAsPlanned) {

@@ -93,5 +93,36 @@ TEST_F(Presets, AreReadWholeOrRefused) {
     }
 }
 
+// What is wrong is told at once, and what is suggested leads on to the next; a plan that is strict says the same.
+TEST_F(Presets, AreCheckedAsAWhole) {
+    const std::string stream = R"({"Format":{"Container":"mp4"},"Streams":[{"TypeId":"video","VideoCodec":{"CodecId":)";
+    const std::string resize = R"("VideoResize":{"Resizer":{"FrameSizeMode":"custom","Width":321,"Height":180}}}]})";
+    const Table<2> rows = {
+        {"", "invalid-json"},
+        {R"({"Format":{"Container":"mp5"}})", "unknown-name"},
+        {stream + R"("h264","BitRate":"much","Threds":1}}]})", "wrong-type unknown-setting"},
+        {stream + R"("vp8"}}]})", "codec-not-taken"},
+        {stream + R"("h264","RateControl":"abr","BitRate":1,"EncodeOptions":{"Profile":"low"}},)" + resize,
+         "value-not-accepted value-not-accepted value-not-accepted value-corrected"},
+        {stream + R"("h264"},)" + resize, "value-corrected"},
+        {stream + R"("h264"}}]})", ""},
+    };
+    for (const auto& [preset, codes] : rows) {
+        Write("preset.json", preset);
+        const Result result = Run("datahelpers check preset.json --json");
+        std::string found;
+        const Json report = result.AsJson();
+        for (const Json& problem : report["problems"]) {
+            found += (found.empty() ? "" : " ") + problem["code"].get<std::string>();
+            EXPECT_FALSE(problem["message"].get<std::string>().empty());
+        }
+        EXPECT_EQ(found, codes) << preset;
+        EXPECT_EQ(result.status, codes.empty() ? 0 : 3) << preset;
+        EXPECT_EQ(Run("datahelpers plan $clip --strict --preset preset.json").status, result.status) << preset;
+    }
+    EXPECT_EQ(Run("for preset in $presets/*.json; do datahelpers check $preset; done | sort -u").out,
+              "Nothing is wrong with it.\n");
+}
+
 }  // namespace
 }  // namespace ProgramTest

@@ -158,6 +158,10 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     fits->add_option("--codec", arguments.codec, "In all containers")->type_name("C")->excludes(codec);
     fits->add_option("--format", arguments.container, "All codecs in it")->type_name("F")->excludes(container);
 
+    CLI::App* check = app.add_subcommand("check", "Tell everything that is wrong with a preset");
+    check->add_option("PRESET", arguments.plan.presetFile, "A file, or a name that list presets has")->required();
+    check->add_option("INPUT", arguments.plan.input, "The media file that it is for; a usual film stands for it");
+
     CLI::App* plan = app.add_subcommand("plan", "Show the settings of a conversion and every correction");
     plan->add_option("INPUT", arguments.plan.input, "The media file to convert")->required();
     AddPlanOptions(*plan, arguments.plan);
@@ -165,6 +169,7 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     plan->add_option("OUTPUT", arguments.output, "What convert would write; its name may tell the container");
     plan->add_flag("--commands", arguments.showsCommands,
                    "Print the command lines of ffmpeg for OUTPUT, ready for a shell");
+    plan->add_flag("--strict", arguments.isStrict, "Refuse what would have to be corrected");
     plan->add_flag("--full", arguments.isFull, "Also print the whole tree of settings");
 
     CLI::App* convert = app.add_subcommand("convert", "Convert a file");
@@ -194,7 +199,7 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     convert->add_flag("--quiet", arguments.isQuiet, "Say nothing but what went wrong");
     convert->add_flag("--sequence", arguments.isSequence, "All pictures of the input, into the new folder OUTPUT");
 
-    for (CLI::App* command : {list, show, fits, plan, convert}) {
+    for (CLI::App* command : {list, show, fits, check, plan, convert}) {
         command->add_flag("--json", arguments.json, "Report in JSON on standard output");
     }
 
@@ -235,6 +240,9 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
             throw Failure(ExitStatus::WrongUsage, Complaint{.message = "A codec or a container is required.",
                                                             .wayOut = "CODEC CONTAINER, --codec C or --format F"});
         }
+    } else if (check->parsed()) {
+        arguments.command = Command::Check;
+        arguments.plan.presetFile = FindPreset(arguments.plan.presetFile);
     } else {
         arguments.command = plan->parsed() ? Command::Plan : Command::Convert;
         if (convert->parsed()) TakeFiles(arguments);

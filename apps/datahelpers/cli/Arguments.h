@@ -11,7 +11,7 @@ namespace App {
 
 namespace Planner = Kestro::Planner;
 
-enum class Command { List, Show, Fits, Plan, Convert };
+enum class Command { List, Show, Fits, Check, Plan, Convert };
 
 /// What to make of an input.
 struct PlanOptions {
@@ -45,6 +45,7 @@ struct Arguments {
     std::string output;                         ///< convert; plan, or empty
     bool showsCommands = false;                 ///< plan
     bool isFull = false;                        ///< plan
+    bool isStrict = false;                      ///< plan: refuses instead of correcting
     std::vector<std::string> inputs;            ///< convert, many
     std::string into;                           ///< convert, many: the folder; else empty
     std::size_t jobs = 1;                       ///< convert, many: at once

@@ -20,6 +20,7 @@
 #include "Kestro/Planner/Probe.h"
 #include "Kestro/Planner/Text.h"
 
+#include "cli/CheckCommand.h"
 #include "cli/PresetFile.h"
 #include "convert/Converter.h"
 #include "convert/OutputFile.h"
@@ -144,6 +145,9 @@ Outcome PlanOnly(const Arguments& arguments) {
     OpenedFiles opened;
     PlanOptions asked = arguments.plan;
     Planner::Plan plan = MakePlan(asked, opened);
+    if (arguments.isStrict && !plan.corrections.empty()) {
+        throw Planner::NotAcceptable(CorrectionsAsProblems(plan));
+    }
     NoteOtherName(plan, arguments.output);
     if (arguments.showsCommands) return TellCommands(plan, arguments);
     if (!arguments.json) {

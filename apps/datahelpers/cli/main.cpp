@@ -17,6 +17,7 @@ extern "C" {
 
 #include "cli/Arguments.h"
 #include "cli/Batch.h"
+#include "cli/CheckCommand.h"
 #include "cli/Failure.h"
 #include "cli/PlanCommands.h"
 #include "cli/PresetFile.h"
@@ -118,6 +119,8 @@ Outcome Run(const Arguments& arguments) {
             return {Show(arguments)};
         case Command::Fits:
             return {TellFits(arguments)};
+        case Command::Check:
+            return CheckPreset(arguments);
         case Command::Plan:
             return PlanOnly(arguments);
         case Command::Convert:
