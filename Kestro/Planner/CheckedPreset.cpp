@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "Kestro/Conf/IFormatCodecVideo.h"
+#include "Kestro/Conf/IFormatCodec.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Core/PropertyValueToString.h"
@@ -26,16 +26,6 @@ using Core::Property;
 
 const std::string& Separator() { return Property::SEPARATOR; }
 std::string ContainerPath() { return IPreset::KEY_FORMAT + Separator() + IFormatFile::TAG_CONTAINER; }
-
-/// What may stand in a stream without an encoder's settings; the values stand for the types.
-Property KnownWithoutEncoder(const StreamRecord& kind) {
-    Property known;
-    known.SetChild(IPreset::KEY_TYPE_ID, kind.typeId);
-    Property& codec = known.SetChild(kind.codecKey);
-    codec.SetChild(IFormatCodec::TAG_CODEC_ID, kind.typeId);
-    if (kind.type == Conf::StreamType::Video) codec.SetChild(Conf::IFormatCodecVideo::TAG_COVER_FLAG, true);
-    return known;
-}
 
 bool IsCopy(const std::string& codec) { return codec == Preset::kCopy; }
 

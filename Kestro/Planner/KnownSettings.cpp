@@ -231,6 +231,15 @@ Property KnownStreamSettings(const StreamRecord& kind, const IDataHelper& encode
     return known;
 }
 
+Property KnownWithoutEncoder(const StreamRecord& kind) {
+    Property known;
+    known.SetChild(IPreset::KEY_TYPE_ID, kind.typeId);
+    Property& codec = known.SetChild(kind.codecKey);
+    codec.SetChild(IFormatCodec::TAG_CODEC_ID, kind.typeId);
+    if (kind.type == StreamType::Video) codec.SetChild(IFormatCodecVideo::TAG_COVER_FLAG, true);
+    return known;
+}
+
 void CheckSettings(Property& settings, const Property& known, const std::string& path) {
     CheckBelow(settings, known, path, {known, path});
 }

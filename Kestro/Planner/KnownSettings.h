@@ -16,6 +16,9 @@ Kestro::Core::Property KnownFormatSettings(const Kestro::Conf::IDataHelper& form
 /// One stream of a preset for that encoder: its type, codec node and the filters for its kind of stream.
 Kestro::Core::Property KnownStreamSettings(const Conf::StreamRecord& kind, const Kestro::Conf::IDataHelper& encoder);
 
+/// One stream of a preset without an encoder's settings: subtitles, or one that is copied.
+Kestro::Core::Property KnownWithoutEncoder(const Conf::StreamRecord& kind);
+
 /// Brings the settings to the types that the known ones have. Throws NotAcceptable with every setting that is not
 /// known (UnknownSetting), naming the nearest one that is, and every value of another type (WrongType). `path` is where
 /// the settings stand in the preset, for messages.

@@ -10,7 +10,7 @@
 #include "Kestro/Planner/FrameRateRange.h"
 #include "Kestro/Planner/Helpers.h"
 #include "Kestro/Planner/Json.h"
-#include "Kestro/Planner/JsonTree.h"
+#include "Kestro/Planner/JsonReader.h"
 #include "Kestro/Planner/KnownSettings.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/StreamCopy.h"
@@ -27,72 +27,7 @@ using Conf::StreamRecord;
 using Conf::StreamType;
 using Core::Property;
 
-[[noreturn]] void ThrowInvalid(const std::string& what) {
-    throw NotAcceptable({.code = ProblemCode::InvalidPlan, .message = "It is no plan: " + what + "."});
-}
-
-/// Reads the members of an object, each of its kind.
-class Reader {
-public:
-    Reader(const Json& json, std::string path) : json_(json), path_(std::move(path)) {
-        if (!json_.is_object()) ThrowInvalid(path_ + " is no object");
-    }
-
-    template <class Value>
-    Value Read(const char* name) const {
-        const Json& member = Member(name);
-        try {
-            return member.get<Value>();
-        } catch (const Json::exception&) {
-            ThrowInvalid(path_ + "/" + name + " is of another kind");
-        }
-    }
-    template <class Value>
-    std::optional<Value> ReadOptional(const char* name) const {
-        if (Member(name).is_null()) return std::nullopt;
-        return Read<Value>(name);
-    }
-    /// A member that is left out where it says nothing.
-    template <class Value>
-    Value ReadOr(const char* name, Value otherwise) const {
-        return Has(name) ? Read<Value>(name) : otherwise;
-    }
-    bool Has(const char* name) const { return json_.contains(name); }
-    Property::Ratio ReadRatio(const char* name) const {
-        try {
-            return Property({}, Read<std::string>(name)).GetRatio();
-        } catch (const Core::PropertyException&) {
-            ThrowInvalid(path_ + "/" + name + " is no ratio");
-        }
-    }
-    Property ReadTree(const char* name) const { return ParseJsonTree(Member(name).dump(), path_ + "/" + name); }
-    /// null: nothing; a value or settings otherwise.
-    std::optional<Property> ReadValue(const char* name) const {
-        if (Member(name).is_null()) return std::nullopt;
-        return ParseJsonTree("{\"value\":" + Member(name).dump() + "}", path_ + "/" + name)["value"];
-    }
-    Reader Object(const char* name) const { return {Member(name), path_ + "/" + name}; }
-    template <class Visit>
-    void ForEach(const char* name, const Visit& visit) const {
-        const Json& list = Member(name);
-        if (!list.is_array()) ThrowInvalid(path_ + "/" + name + " is no list");
-        for (std::size_t i = 0; i < list.size(); ++i) {
-            visit(Reader(list[i], path_ + "/" + name + "/" + std::to_string(i)));
-        }
-    }
-
-private:
-    const Json& Member(const char* name) const {
-        const auto found = json_.find(name);
-        if (found == json_.end()) ThrowInvalid(path_ + "/" + name + " is missing");
-        return *found;
-    }
-
-    const Json& json_;
-    std::string path_;
-};
-
-void ReadVideo(const Reader& json, MediaStream& stream) {
+void ReadVideo(const JsonReader& json, MediaStream& stream) {
     stream.width = json.Read<int64_t>("width");
     stream.height = json.Read<int64_t>("height");
     stream.sampleAspectRatio = json.ReadRatio("sampleAspectRatio");
@@ -108,7 +43,7 @@ void ReadVideo(const Reader& json, MediaStream& stream) {
                      .matrix = json.ReadOr("matrix", none),
                      .range = json.ReadOr("range", none)};
     if (!json.Has("mastering")) return;
-    const Reader mastering = json.Object("mastering");
+    const JsonReader mastering = json.Object("mastering");
     stream.mastering = {.chromaticities = mastering.Read<std::array<int64_t, 8>>("chromaticities"),
                         .maxLuminance = mastering.Read<int64_t>("maxLuminance"),
                         .minLuminance = mastering.Read<int64_t>("minLuminance"),
@@ -116,7 +51,7 @@ void ReadVideo(const Reader& json, MediaStream& stream) {
                         .maxAverageLight = mastering.Read<int64_t>("maxAverageLight")};
 }
 
-MediaStream ReadStream(const Reader& json) {
+MediaStream ReadStream(const JsonReader& json) {
     MediaStream stream{.index = json.Read<int>("index"), .type = {}, .codec = json.Read<std::string>("codec")};
     const auto type = json.Read<std::string>("type");
     const StreamRecord* kind = StreamRecord::Find(type);
@@ -140,7 +75,7 @@ MediaStream ReadStream(const Reader& json) {
     return stream;
 }
 
-MediaInfo ReadMedia(const Reader& json) {
+MediaInfo ReadMedia(const JsonReader& json) {
     MediaInfo media{.path = json.Read<std::string>("path"),
                     .demuxer = json.Read<std::string>("demuxer"),
                     .duration = json.ReadOptional<double>("duration"),
@@ -149,7 +84,7 @@ MediaInfo ReadMedia(const Reader& json) {
     if (!FFWrapper::DemuxerExists(media.demuxer) || FFWrapper::OpensOtherFiles(media.demuxer)) {
         ThrowInvalid("an input read as " + Printable(media.demuxer) + " is not for a plan that comes from elsewhere");
     }
-    json.ForEach("streams", [&](const Reader& stream) { media.streams.push_back(ReadStream(stream)); });
+    json.ForEach("streams", [&](const JsonReader& stream) { media.streams.push_back(ReadStream(stream)); });
     return media;
 }
 
@@ -163,7 +98,7 @@ void TakeTypes(Property& settings, const Property& known, const std::string& pat
     Override(settings, both);
 }
 
-Pixels ReadPixels(const Reader& json) {
+Pixels ReadPixels(const JsonReader& json) {
     return {.format = json.ReadOptional<std::string>("format").value_or(std::string()),
             .bitDepth = json.Read<int64_t>("bitDepth"),
             .isToneMapped = json.Read<bool>("toneMapped"),
@@ -171,7 +106,7 @@ Pixels ReadPixels(const Reader& json) {
             .isInterlaced = json.Read<bool>("interlaced")};
 }
 
-PlannedStream ReadPlanned(const Reader& json, const MediaInfo& input) {
+PlannedStream ReadPlanned(const JsonReader& json, const MediaInfo& input) {
     const auto type = json.Read<std::string>("type");
     const StreamRecord* kind = StreamRecord::Find(type);
     if (kind == nullptr) ThrowInvalid("\"" + Printable(type) + "\" is no type of stream");
@@ -275,7 +210,7 @@ Plan PlanFromJson(const std::string& text) {
     } catch (const Json::exception&) {
         throw NotAcceptable({.code = ProblemCode::InvalidJson, .message = "It is no plan: it is no JSON text."});
     }
-    const Reader reader(json, "plan");
+    const JsonReader reader(json, "plan");
     Plan plan;
     plan.input = ReadMedia(reader.Object("input"));
     plan.container = reader.Read<std::string>("container");
@@ -283,14 +218,15 @@ Plan PlanFromJson(const std::string& text) {
     plan.settings = reader.ReadTree("settings");
     plan.notes = reader.Read<std::vector<std::string>>("notes");
     plan.sizeLimit = reader.ReadOptional<int64_t>("sizeLimit");
-    reader.ForEach("streams", [&](const Reader& stream) { plan.streams.push_back(ReadPlanned(stream, plan.input)); });
+    reader.ForEach("streams",
+                   [&](const JsonReader& stream) { plan.streams.push_back(ReadPlanned(stream, plan.input)); });
     if (plan.streams.empty()) ThrowInvalid("it has no streams");
     plan.attachments = reader.Read<std::vector<int>>("attachments");
-    reader.ForEach("choices", [&](const Reader& choice) {
+    reader.ForEach("choices", [&](const JsonReader& choice) {
         plan.choices.push_back(
             {choice.Read<std::string>("path"), choice.Read<std::string>("value"), choice.Read<std::string>("reason")});
     });
-    reader.ForEach("corrections", [&](const Reader& correction) {
+    reader.ForEach("corrections", [&](const JsonReader& correction) {
         plan.corrections.push_back({correction.Read<std::string>("path"), correction.ReadValue("before"),
                                     correction.ReadValue("after"), correction.Read<std::string>("reason")});
     });

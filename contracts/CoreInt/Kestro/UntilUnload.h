@@ -37,6 +37,9 @@ struct HeldValue final : Held {
 /// Keeps the object until the library that calls this is unloaded: longer than every global object of the program,
 /// whose destructor may still ask for it. `static const Table& table = UntilUnload(MakeTable());`
 template <class T>
+#if __has_cpp_attribute(gnu::no_dangling)
+[[gnu::no_dangling]]  // what it refers to is not what it was given
+#endif
 T& UntilUnload(T object) {
     auto* made = new Unloading::HeldValue<T>(std::move(object));
     made->next = Unloading::held.load();
