@@ -14,8 +14,8 @@ using Kestro::Core::Property;
 using nlohmann::ordered_json;
 
 const std::vector<std::string> kNames = [] {
-    std::vector<std::string> names;
-    for (int i = 0; i < 10'000; ++i) names.push_back("Setting" + std::to_string(i));
+    std::vector<std::string> names(10'000);
+    for (std::size_t i = 0; i < names.size(); ++i) names[i] = "Setting" + std::to_string(i);
     return names;
 }();
 
@@ -54,7 +54,7 @@ void Copy(benchmark::State& state) {
 template <class Contestant>
 void Compare(benchmark::State& state) {
     const auto tree = Contestant::Build();
-    const auto other(tree);
+    const auto other = Contestant::Build();
     if (tree != other) state.SkipWithError("equal trees do not compare equal");
     for (auto _ : state) benchmark::DoNotOptimize(tree == other);
 }
