@@ -104,22 +104,25 @@ TEST_F(Conversions, TakeTheContainerFromTheName) {
 }
 
 TEST_F(Conversions, ReadNoFileThatWasNotNamed) {
-    const Table<2> rows = {
-        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nfile://%s/../hls.ts\n#EXT-X-ENDLIST\n)", "/hls.ts"},
-        {R"(ffconcat version 1.0\n# %s\nfile private.mkv\nfile private.mkv\n)", "private.mkv"},
+    // FFmpeg 7 knows the first kind by its name alone.
+    const Table<3> rows = {
+        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nfile://%s/../hls.ts\n#EXT-X-ENDLIST\n)", "upload.m3u8",
+         "/hls.ts"},
+        {R"(ffconcat version 1.0\n# %s\nfile private.mkv\nfile private.mkv\n)", "upload.mp4", "private.mkv"},
         {R"(<MPD xmlns="urn:mpeg:dash:schema:mpd:2011" type="static" profiles="dash:profile:isoff-on-demand" )"
          R"(mediaPresentationDuration="PT1S"><Period id="%s">)"
          R"(<AdaptationSet mimeType="video/mp4"><Representation id="0" bandwidth="9"><BaseURL>private.mp4</BaseURL>)"
          R"(</Representation></AdaptationSet></Period></MPD>)",
-         "private.mp4"},
-        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nfile://%s/../hls.ts\n)", ""},  // it goes on
-        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nhttp://127.0.0.1:9/%s\n#EXT-X-ENDLIST\n)", ""},
+         "upload.mp4", "private.mp4"},
+        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nfile://%s/../hls.ts\n)", "upload.m3u8", ""},  // it goes on
+        {R"(#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nhttp://127.0.0.1:9/%s\n#EXT-X-ENDLIST\n)", "upload.m3u8", ""},
     };
     Run("cp $clip private.mkv; ff -i $clip -c:v mpeg4 -c:a aac private.mp4; ff -i private.mp4 -c copy ../hls.ts");
-    for (const auto& [playlist, reads] : rows) {
-        const std::string write = "printf '" + playlist + "' \"$PWD\" >upload.mp4; ";
-        EXPECT_THAT(Convert("upload.mp4 out.mp4", write).err, HasSubstr("leads to other files")) << playlist;
-        const Result followed = Run("datahelpers plan upload.mp4 --format mp4 --json --follow-references");
+    for (const auto& [playlist, name, reads] : rows) {
+        const std::string write = "printf '" + playlist + "' \"$PWD\" | tee upload.mp4 >" + name + "; ";
+        EXPECT_EQ(Convert("upload.mp4 out.mp4", write).status, 2) << playlist;
+        EXPECT_THAT(Convert(name + " out.mp4", write).err, HasSubstr("leads to other files")) << playlist;
+        const Result followed = Run("datahelpers plan " + name + " --format mp4 --json --follow-references");
         EXPECT_EQ(followed.status, reads.empty() ? 2 : 0) << playlist << followed.err;
         EXPECT_THAT(followed.AsJson().value("references", Json()).dump(), HasSubstr(reads)) << playlist;
     }
@@ -260,10 +263,11 @@ TEST_F(Conversions, OfManyGoOnWhereTheyWere) {
 TEST_F(Conversions, AreOfPlansThatWereMadeBefore) {
     Run("datahelpers plan $clip --format mp4 --start 0.1 --json >plan; cp $clip copy.mkv; ff -i $clip -an other.mkv");
     EXPECT_EQ(Run("datahelpers convert --plan plan a.mp4 && datahelpers convert --plan plan copy.mkv b.mp4").status, 0);
-    EXPECT_EQ(Run("ffprobe -v error -count_frames -select_streams v -of csv=p=0 -show_entries stream=nb_read_frames "
-                  "b.mp4")
-                  .out,
-              "6\n");
+    // Of eight; versions of FFmpeg differ on the first.
+    EXPECT_THAT(Run("ffprobe -v error -count_frames -select_streams v -of csv=p=0 -show_entries stream=nb_read_frames "
+                    "b.mp4")
+                    .out,
+                ::testing::MatchesRegex("[56]\n"));
     EXPECT_EQ(Run("datahelpers convert --plan plan other.mkv c.mp4").status, 3);
     EXPECT_EQ(Run("datahelpers convert --plan plan plan --overwrite").status, 2);
 }
