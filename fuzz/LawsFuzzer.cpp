@@ -2,14 +2,13 @@
 
 #include <bit>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <set>
 #include <sstream>
 
 #include "Kestro/Conf/DataHelpers/DataHelperProxyAuto.h"
 
+#include "fuzz/Replay.h"
 #include "tests/datahelpers/Laws.h"
 
 namespace {
@@ -112,18 +111,3 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     }
     return 0;
 }
-
-#if !defined(KESTRO_LIBFUZZER)
-/// Replays the files of a folder.
-int main(int argc, char** argv) {
-    int replayed = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(argc > 1 ? argv[1] : ".")) {
-        std::ifstream stream(entry.path(), std::ios::binary);
-        const std::string input{std::istreambuf_iterator<char>(stream), {}};
-        LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(input.data()), input.size());
-        ++replayed;
-    }
-    std::printf("%d inputs replayed\n", replayed);
-    return replayed == 0 ? 1 : 0;
-}
-#endif
