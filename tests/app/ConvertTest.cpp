@@ -201,16 +201,19 @@ TEST_F(Conversions, LeaveTheOldFileWhenTheyFail) {
     }
 }
 
-// An interactive shell is what stops programs.
+// A shell with a terminal is what stops programs.
 TEST_F(Conversions, StopAndGoOnWithTheirChild) {
     EXPECT_EQ(Run(R"(fake 'sleep 60 & echo $! >../pid; sleep 0.1; kill -TSTP $PPID; wait'
-        bash -mc 'comes_to() {
-                for try in $(seq 100); do grep -qs "State:.$1" /proc/$(cat ../pid)/status && break; sleep 0.1; done
-                echo $1 $((try < 100))
-            }
-            datahelpers convert ../clip.mkv out.mp4 --format mp4 >&2 & program=$!
-            until [ -s ../pid ]; do sleep 0.1; done
-            comes_to T; kill -CONT $program; comes_to S; kill $program; wait $program; echo $?')")
+cat >job <<'END'
+comes_to() {
+    for try in $(seq 100); do grep -qs "State:.$1" /proc/$(cat ../pid)/status && break; sleep 0.1; done
+    echo $1 $((try < 100))
+}
+datahelpers convert ../clip.mkv out.mp4 --format mp4 >/dev/null 2>&1 & program=$!
+until [ -s ../pid ]; do sleep 0.1; done
+{ comes_to T; kill -CONT $program; comes_to S; kill $program; wait $program; echo $?; } >said
+END
+script -qec 'bash -m ./job' /dev/null >log 2>&1; cat said)")
                   .out,
               "T 1\nS 1\n143\n");
 }
