@@ -14,7 +14,7 @@
 
 namespace Kestro::Planner {
 
-/// What a helper requirements of one setting: a constraint, or the second half of a rule.
+/// What a helper requires of one setting: a constraint, or the second half of a rule.
 struct Requirement {
     std::string who;   ///< "the container mp4"
     std::string path;  ///< of the setting in the tree that rules run over

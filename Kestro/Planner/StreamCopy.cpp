@@ -29,7 +29,8 @@ using Core::Property;
 /// Whether the muxer stores the stream: under the tag that it has in the input, or under one of the muxer's choice.
 bool IsStored(const Plan& plan, const PresetStream& wanted, const MediaStream& source, const Property& codec) {
     // That it reads back, too, is told without the mark of a copy.
-    if (WantsCover(wanted) || !MuxerTakes(plan.muxer, codec)) return MuxerTakes(plan.muxer, codec);
+    const bool isReadBack = MuxerTakes(plan.muxer, codec);
+    if (WantsCover(wanted) || !isReadBack) return isReadBack;
     Property copied = codec;
     copied.SetChild(IFormatCodec::TAG_LOSSLESS, true);
     copied.SetChild(IFormatCodec::TAG_MAIN_STREAM, true);

@@ -14,7 +14,7 @@ namespace Kestro::Planner {
 bool MayBeCopied(const PresetStream& wanted);
 
 /// What keeps the source's stream from being stored in the plan's container as it is; empty: nothing.
-/// Asked for: only the muxer is consulted, else the container's helper, too.
+/// A copy that is asked for goes by the muxer alone, one of the planner's choice by the container's helper, too.
 std::string CopyObstacle(const CheckedPreset& preset, const PresetStream& wanted, const MediaStream& source,
                          const Plan& plan);
 

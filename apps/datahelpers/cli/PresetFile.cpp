@@ -48,7 +48,7 @@ std::vector<std::filesystem::path> PresetFolders() {
         const char* value = std::getenv(name);
         return std::filesystem::path(value != nullptr ? value : "");
     };
-    // As the XDG Base Directory Specification has it: what is no absolute path counts for nothing.
+    // Of the variables for base directories, what is no absolute path counts for nothing (XDG).
     std::filesystem::path configuration = variable("XDG_CONFIG_HOME");
     if (!configuration.is_absolute()) configuration = variable("HOME") / ".config";
     if (configuration.is_absolute()) folders.push_back(configuration / "datahelpers/presets");
