@@ -34,6 +34,19 @@ struct Subject {
         }
         return {};
     }
+    /// What the helper makes of a source's values by its own default settings, after what it says against them.
+    std::string MakesOfItsDefaults() const {
+        std::string text;
+        Core::Property node =
+            Core::TreeOf("CodecVideo{Width=640,Height=480,Fps=25/1,SampleRate=8000,Layout=mono,SampleFmt=s16}");
+        try {
+            helper->ApplyPresetSettings(helper->GetDefaultSettings(), node);
+            helper->CorrectFormatCodec(node);
+        } catch (const Exception& e) {
+            text = e.what();
+        }
+        return text + Core::Dump(node);
+    }
     /// In one text.
     std::string Answers() const {
         std::string text = Core::Dump(helper->GetDefaultSettings());

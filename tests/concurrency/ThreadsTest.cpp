@@ -49,14 +49,7 @@ std::string Use(const Key& key) {
         for (Property value : {Property("", "nope"), Property("", 12345), Property("", 0.5)})
             text += constraint->CorrectValue(value) ? Dump(value) : " no ";
     }
-    Property node = Core::TreeOf("CodecVideo{Width=640,Height=480,Fps=25/1,SampleRate=8000,Layout=mono,SampleFmt=s16}");
-    try {
-        subject.helper->ApplyPresetSettings(subject.helper->GetDefaultSettings(), node);
-        subject.helper->CorrectFormatCodec(node);
-    } catch (const Exception& e) {
-        text += e.what();
-    }
-    return text + Dump(node);
+    return text + subject.MakesOfItsDefaults();
 }
 
 TEST(Threads, ShareTheWholeRegistry) {

@@ -195,19 +195,11 @@ TEST(Exhaustion, OfEveryHelpersOperations) {
     for (const auto& [type, name] : AllKeys()) {
         FailEach(type + " " + name, [&, &type = type, &name = name] {
             const Subject subject(name.empty() ? CreateDataHelper(type, name) : CreateDataHelperAuto(type, name));
-            Property node =
-                TreeOf("CodecVideo{Width=640,Height=480,Fps=25/1,SampleRate=8000,Layout=mono,SampleFmt=s16}");
             std::string text = Dump(subject.helper->GetDefaultSettings());
             for (const auto& [key, constraint] : subject.constraints) text += key;
             for (const auto& [key, rule] : subject.rules) text += key + rule->GetSecondName();
             for (const auto& [filter, implementation] : subject.filters) text += filter;
-            try {
-                subject.helper->ApplyPresetSettings(subject.helper->GetDefaultSettings(), node);
-                subject.helper->CorrectFormatCodec(node);
-            } catch (const Exception& e) {
-                text += e.what();
-            }
-            return text + Dump(node);
+            return text + subject.MakesOfItsDefaults();
         });
     }
 }
