@@ -65,14 +65,6 @@ std::string NameMeantBy(const HelperKind& kind, const std::string& word) {
     return word;
 }
 
-std::string ContainerOfFileName(const std::string& path) {
-    const std::string file = path.substr(path.rfind('/') + 1);
-    const std::size_t dot = file.rfind('.');
-    if (dot == std::string::npos) return {};
-    std::string name = NameMeantBy(kFormats, file.substr(dot + 1));
-    return GetAvailableDataHelpers(*kFormats.registryType).contains(name) ? name : std::string();
-}
-
 HelperPtr FindHelper(const HelperKind& kind, const std::string& name) { return Find(kind, name, CreateDataHelper); }
 
 HelperPtr FindAutomaticHelper(const HelperKind& kind, const std::string& name) {

@@ -36,8 +36,6 @@ KESTRO_PLANNER_API std::vector<std::string> HelperNames(const HelperKind& kind);
 /// The name of the helper that people mean by a word: "matroska" for "mkv", "hevc" for "H.265" and "libx265"; the word
 /// itself where that is a name already, or nobody's.
 KESTRO_PLANNER_API std::string NameMeantBy(const HelperKind& kind, const std::string& word);
-/// The container whose files are named so ("film.mkv"), or empty.
-KESTRO_PLANNER_API std::string ContainerOfFileName(const std::string& path);
 
 /// Throws NotAcceptable (UnknownName) with the known names and the nearest of them for a name that there is not.
 KESTRO_PLANNER_API HelperPtr FindHelper(const HelperKind& kind, const std::string& name);

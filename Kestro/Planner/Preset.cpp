@@ -8,6 +8,7 @@
 #include "Kestro/Planner/CheckedPreset.h"
 #include "Kestro/Planner/JsonTree.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/Tree.h"
 
 namespace Kestro::Planner {
 
@@ -41,6 +42,15 @@ Preset& Preset::Set(std::string path, std::string value) {
 }
 
 Preset& Preset::LimitSize(int64_t bytes) { return Set(KEY_SIZE, std::to_string(bytes)); }
+
+std::string Preset::Container() const {
+    const std::string path = Below(Conf::IPreset::KEY_FORMAT, Conf::IFormatFile::TAG_CONTAINER);
+    std::string container = TextAt(settings_, path);
+    for (const Change& change : changes_) {
+        if (change.path == path) container = change.value;
+    }
+    return container;
+}
 
 const Preset::Choice* Preset::Chosen(Conf::StreamType type) const {
     const auto found = std::ranges::find(choices_, type, &Choice::type);

@@ -61,6 +61,8 @@ public:
     bool IsFromText() const { return isFromText_; }
     const Core::Property& Settings() const { return settings_; }
     const std::vector<Change>& Changes() const { return changes_; }
+    /// The name of its container; empty where there is none.
+    std::string Container() const;
     /// Null when none was chosen.
     const Choice* Chosen(Conf::StreamType type) const;
     const std::map<Conf::StreamType, std::string>& ChosenTracks() const { return tracks_; }

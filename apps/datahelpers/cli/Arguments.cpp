@@ -7,6 +7,7 @@
 #include <iostream>
 #include <string_view>
 
+#include "Kestro/Planner/FileNames.h"
 #include "Kestro/Planner/Text.h"
 
 #include "cli/Failure.h"

@@ -11,7 +11,7 @@
 #include <iostream>
 #include <map>
 
-#include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/Planner/FileNames.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Text.h"
 
@@ -178,7 +178,7 @@ Outcome ConvertMany(const Arguments& arguments, const std::function<int(const Ar
     std::vector<Planner::Problem> problems = Planner::Check(preset);
     if (!problems.empty()) throw Planner::NotAcceptable(std::move(problems));
     CheckConverter();
-    std::vector<Item> items = Items(arguments, Kestro::FFWrapper::FileExtension(ContainerOf(preset)));
+    std::vector<Item> items = Items(arguments, Planner::FileExtension(preset.Container()));
     MakeFolder(arguments.into);
     try {
         RunAll(items, arguments, perform);

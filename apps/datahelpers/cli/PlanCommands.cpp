@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "Kestro/FFWrapper/MuxerNames.h"
 #include "Kestro/Planner/Execution.h"
 #include "Kestro/Planner/FfmpegCommands.h"
+#include "Kestro/Planner/FileNames.h"
 #include "Kestro/Planner/Json.h"
 #include "Kestro/Planner/MakePlan.h"
 #include "Kestro/Planner/NotAcceptable.h"
@@ -94,12 +94,8 @@ void AddOpened(Json& json, const PlanOptions& options, const OpenedFiles& opened
 
 /// A name that promises another container than it gets.
 void NoteOtherName(Planner::Plan& plan, const std::string& output) {
-    const std::string named = Planner::ContainerOfFileName(output);
-    if (named.empty() || named == plan.container) return;
-    const bool isOther = plan.IsPicture() || Kestro::FFWrapper::MuxerName(named) != plan.muxer;
-    if (!isOther) return;
-    plan.notes.push_back("The name " + Planner::Printable(output) + " is that of " + named + "; what it gets is " +
-                         plan.container + ", as was asked for.");
+    std::string note = Planner::NoteOnFileName(plan, output);
+    if (!note.empty()) plan.notes.push_back(std::move(note));
 }
 
 /// As a shell reads it; what a terminal would not show stands in escapes.
@@ -126,7 +122,7 @@ std::string ShellWord(const std::string& word) {
 
 /// The command lines that convert would run, for a person's shell.
 Outcome TellCommands(const Planner::Plan& plan, const Arguments& arguments) {
-    const Planner::CommandOptions options{.passDirectory = ".", .excerpt = arguments.plan.excerpt, .isWatched = false};
+    const Planner::CommandOptions options{.workFolder = ".", .excerpt = arguments.plan.excerpt, .isWatched = false};
     Json lines = Json::array();
     for (const Planner::Command& command : Planner::FfmpegCommands(plan, arguments.output, options)) {
         std::string line = "ffmpeg";

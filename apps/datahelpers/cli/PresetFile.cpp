@@ -11,9 +11,6 @@
 #include <system_error>
 #include <utility>
 
-#include "Kestro/Conf/IFormatFile.h"
-#include "Kestro/Conf/IPreset.h"
-#include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/Planner/Helpers.h"
 #include "Kestro/Planner/Text.h"
 
@@ -71,17 +68,6 @@ std::string ReadText(const std::string& path, const std::string& what) {
     if (std::ferror(file.get()) != 0) fail(std::strerror(errno));
     if (text.size() > kMaxTextBytes) fail("it is larger than " + std::to_string(kMaxTextBytes) + " bytes");
     return text;
-}
-
-std::string ContainerOf(const Preset& preset) {
-    const std::string path = Kestro::Conf::IPreset::KEY_FORMAT + Kestro::Core::Property::SEPARATOR +
-                             Kestro::Conf::IFormatFile::TAG_CONTAINER;
-    const Kestro::Core::Property* set = preset.Settings().FindByPath(path);
-    std::string container = set != nullptr ? Kestro::Core::PropertyValueToString(*set) : std::string();
-    for (const Planner::Change& change : preset.Changes()) {
-        if (change.path == path) container = change.value;
-    }
-    return container;
 }
 
 std::vector<KnownPreset> ListPresets() {

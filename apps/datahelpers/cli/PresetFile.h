@@ -24,9 +24,6 @@ std::string FindPreset(const std::string& preset);
 /// A whole text of at most a mebibyte. what: of messages, "preset". Throws Failure (WrongUsage).
 std::string ReadText(const std::string& path, const std::string& what);
 
-/// The container that a preset asks for, or empty.
-std::string ContainerOf(const Planner::Preset& preset);
-
 /// The preset that the command line asks for. Throws Failure (WrongUsage) for a file that cannot be read and for a
 /// change that is none; what is wrong in the preset itself is told by Planner::Check.
 Planner::Preset ReadPreset(const PlanOptions& options);
