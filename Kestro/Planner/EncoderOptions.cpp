@@ -128,9 +128,9 @@ std::string X265Parameters(const PlannedStream& stream, int pass, const std::str
 }
 
 /// pass: 0 when there is one alone.
-void AddPass(const PlannedStream& stream, const EncoderRecord& encoder, int pass, const std::string& passDirectory,
+void AddPass(const PlannedStream& stream, const EncoderRecord& encoder, int pass, const std::string& workFolder,
              StreamOptions& options) {
-    const std::string log = passDirectory + "/pass";
+    const std::string log = workFolder + "/pass";
     if (encoder.passes == FFWrapper::Passes::X265Parameters) {
         options.AddIfGiven("x265-params", X265Parameters(stream, pass, log));
     } else if (pass != 0) {

@@ -9,6 +9,7 @@
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/FFWrapper/SubtitleKinds.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Probe.h"
@@ -136,6 +137,12 @@ std::vector<std::string> Differences(const Plan& plan, const MediaInfo& written)
         Comparison compare(i, codec, differences);
         if (FFWrapper::DescriptorName(planned.codecId) != stream.codec) {
             compare.Of("codec", Conf::IFormatCodec::TAG_CODEC_ID, stream.codec);
+        }
+        const std::string language = FFWrapper::LanguageFor(plan.muxer, planned.source.language);
+        if (FFWrapper::MuxerRecord::Find(plan.muxer).hasLanguages && !language.empty() && language != "und" &&
+            !planned.source.isCover && stream.language != language) {
+            differences.push_back("Stream " + std::to_string(i) + ": the language " + Printable(language) +
+                                  " was not kept.");
         }
         if (planned.kind->type == StreamType::Video) {
             compare.Of("width", IFormatCodecVideo::TAG_WIDTH, Known(stream.width));

@@ -46,6 +46,19 @@ Command InputArguments(const Plan& plan, const CommandOptions& options) {
     return arguments;
 }
 
+/// Whether a stream is a cover that the output has as a file.
+bool IsAttached(const Plan& plan, const PlannedStream& stream) {
+    return stream.source.isCover && stream.isCopied && FFWrapper::MuxerRecord::Find(plan.muxer).attachesCovers;
+}
+
+/// Where a cover that is attached waits; the first has the name by which players know it.
+std::string CoverFile(const Plan& plan, std::size_t index, const std::string& folder) {
+    const auto before = std::count_if(plan.streams.begin(), plan.streams.begin() + static_cast<std::ptrdiff_t>(index),
+                                      [&](const PlannedStream& stream) { return IsAttached(plan, stream); });
+    return folder + "/cover" + (before == 0 ? "" : "_" + std::to_string(before + 1)) + "." +
+           FFWrapper::PictureExtension(plan.streams[index].codecId);
+}
+
 /// Options of a stream that is copied, or of subtitles.
 void AddPlainOptions(const Plan& plan, const PlannedStream& stream, const std::string& suffix, Command& arguments) {
     arguments.insert(arguments.end(), {"-map", "0:" + std::to_string(stream.source.index), "-c" + suffix,
@@ -63,6 +76,10 @@ void AddStreamOptions(const Plan& plan, std::size_t index, const Pass& pass, Com
     } else {
         AddEncoderOptions(plan, index, index, pass, arguments);
     }
+    const std::string language = FFWrapper::LanguageFor(plan.muxer, stream.source.language);
+    if (language != stream.source.language) {
+        arguments.insert(arguments.end(), {"-metadata:s" + suffix, "language=" + language});
+    }
     if (!stream.source.title.empty() && FFWrapper::MuxerRecord::Find(plan.muxer).namesTracks) {
         arguments.insert(arguments.end(), {"-metadata:s" + suffix, "handler_name=" + stream.source.title});
     }
@@ -70,25 +87,43 @@ void AddStreamOptions(const Plan& plan, std::size_t index, const Pass& pass, Com
 
 std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, const CommandOptions& options) {
     std::vector<Command> commands;
+    CommandOptions whole = options;
+    whole.excerpt = {};
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+        if (!IsAttached(plan, plan.streams[i])) continue;
+        Command& cover = commands.emplace_back(InputArguments(plan, whole));
+        cover.insert(cover.end(),
+                     {"-map", "0:" + std::to_string(plan.streams[i].source.index), "-c", "copy", "-frames:v", "1",
+                      "-update", "1", "-f", "image2", "-y", FileUrl(CoverFile(plan, i, options.workFolder))});
+    }
     const bool twoPass = Planner::IsTwoPass(plan);
     if (twoPass) {
         Command& first = commands.emplace_back(InputArguments(plan, options));
         std::size_t index = 0;
         for (std::size_t i = 0; i < plan.streams.size(); ++i) {
             if (IsTwoPass(plan.CodecSettings(i))) {
-                AddEncoderOptions(plan, i, index++, {1, options.passDirectory}, first);
+                AddEncoderOptions(plan, i, index++, {1, options.workFolder}, first);
             }
         }
         // The same muxer chooses the same frames; FFmpeg's null muxer may keep others.
         first.insert(first.end(), {"-f", plan.muxer, "-y", "/dev/null"});
     }
     Command& last = commands.emplace_back(InputArguments(plan, options));
-    const Pass pass = twoPass ? Pass{2, options.passDirectory} : Pass{};
-    for (std::size_t i = 0; i < plan.streams.size(); ++i) AddStreamOptions(plan, i, pass, last);
+    const Pass pass = twoPass ? Pass{2, options.workFolder} : Pass{};
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+        if (!IsAttached(plan, plan.streams[i])) AddStreamOptions(plan, i, pass, last);
+    }
     // Told of one, FFmpeg leaves the marks of the others as they are in the input.
     if (plan.streams.size() > 1) last.insert(last.end(), {"-disposition:0", "+default"});
     for (const int attachment : plan.attachments) {
         last.insert(last.end(), {"-map", "0:" + std::to_string(attachment), "-c:t", "copy"});
+    }
+    std::size_t attached = plan.attachments.size();
+    for (std::size_t i = 0; i < plan.streams.size(); ++i) {
+        if (!IsAttached(plan, plan.streams[i])) continue;
+        last.insert(last.end(), {"-attach", FileUrl(CoverFile(plan, i, options.workFolder)),
+                                 "-metadata:s:t:" + std::to_string(attached++),
+                                 "mimetype=" + FFWrapper::CoverMediaType(plan.streams[i].codecId)});
     }
     if (Flag(plan.FormatSettings(), Conf::IFormatFile::TAG_PROGRESSIVE_READ) &&
         FFWrapper::MuxerRecord::Find(plan.muxer).hasMovableIndex) {
@@ -118,6 +153,11 @@ bool IsTwoPass(const Plan& plan) {
         if (IsTwoPass(plan.CodecSettings(i))) return true;
     }
     return false;
+}
+
+bool NeedsWorkFolder(const Plan& plan) {
+    return IsTwoPass(plan) ||
+           std::ranges::any_of(plan.streams, [&](const PlannedStream& stream) { return IsAttached(plan, stream); });
 }
 
 std::string PictureName(const Plan& plan, int number) {

@@ -22,8 +22,8 @@ struct Excerpt {
 };
 
 struct CommandOptions {
-    std::string passDirectory = {};  ///< where the first of two passes leaves what the second reads
-    bool isSequence = false;         ///< the output is the folder of all pictures, where Plan::IsPicture()
+    std::string workFolder = {};  ///< where a run leaves what a later one reads
+    bool isSequence = false;      ///< the output is the folder of all pictures, where Plan::IsPicture()
     Excerpt excerpt = {};
     bool isWatched = true;  ///< by a program; otherwise ffmpeg talks to the person who typed the command
 };
@@ -31,7 +31,11 @@ struct CommandOptions {
 /// Whether a stream asks for two passes over the source.
 KESTRO_PLANNER_API bool IsTwoPass(const Plan& plan);
 
-/// The runs of ffmpeg that make the plan's output, in order: one, or two where IsTwoPass. For a program that watches,
+/// Whether a run leaves something for a later one, in the work folder.
+KESTRO_PLANNER_API bool NeedsWorkFolder(const Plan& plan);
+
+/// The runs of ffmpeg that make the plan's output, in order: one, or two where IsTwoPass; before them those, soon done,
+/// that take out a picture which is put in again as a file. For a program that watches,
 /// progress is written to standard output as FFmpeg's `-progress` has it, every line of an error or of another message
 /// bears its level
 /// ("[error]"), and where the input leads to other files they are named as they are opened. Throws NotAcceptable

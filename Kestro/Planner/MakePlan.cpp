@@ -140,7 +140,8 @@ void AddCompany(const CheckedPreset& preset, Tracks& tracks, Plan& plan) {
     const bool hasOwnCovers = std::ranges::any_of(preset.streams, WantsCover);
     const auto keeps = [&](const MediaStream& stream) {
         if (stream.isAttachment) return muxer.hasAttachments;
-        return stream.isCover && muxer.hasCovers && !hasOwnCovers;
+        if (!stream.isCover || hasOwnCovers) return false;
+        return muxer.hasCovers || (muxer.attachesCovers && !FFWrapper::CoverMediaType(stream.codec).empty());
     };
     for (const MediaStream& stream : plan.input.streams) {
         if (!tracks.left.contains(stream.index) || !keeps(stream)) continue;
@@ -149,7 +150,7 @@ void AddCompany(const CheckedPreset& preset, Tracks& tracks, Plan& plan) {
         } else {
             const StreamRecord& video = StreamRecord::Find(StreamType::Video);
             const Property node = CopiedNode(video, stream, stream.codec);
-            if (!MuxerTakes(plan.muxer, node[video.codecKey])) continue;
+            if (muxer.hasCovers && !MuxerTakes(plan.muxer, node[video.codecKey])) continue;
             AddCopy(plan, video, stream, "Covers", stream.codec);
         }
         tracks.left.erase(stream.index);
@@ -176,6 +177,11 @@ void NoteLosses(const CheckedPreset& preset, const Tracks& tracks, Plan& plan) {
     if (hasLanguages && !muxer.hasLanguages) {
         plan.notes.push_back("The languages of the streams are left out: the container " + preset.container +
                              " keeps none.");
+    }
+    for (const PlannedStream& stream : plan.streams) {
+        if (!stream.source.isForced || muxer.hasForcedMarks) continue;
+        plan.notes.push_back(InWords(stream.source) + " loses the mark that it is always shown: the container " +
+                             preset.container + " keeps none.");
     }
 }
 

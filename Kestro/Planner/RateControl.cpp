@@ -42,14 +42,16 @@ class Completion {
 public:
     Completion(const PresetStream& stream, const Conf::IDataHelper& encoder, const Requirements& requirements,
                StreamSettings& settings, Property& preset)
-        : node_(stream.kind->codecKey),
+        : kind_(*stream.kind),
+          node_(stream.kind->codecKey),
           codecId_(stream.codecId),
           encoder_(FFWrapper::EncoderNameFromCodecId(codecId_)),
           defaults_(encoder.GetDefaultSettings()),
           requirements_(requirements),
           settings_(settings),
           preset_(preset),
-          tree_(settings.RuleTree()) {}
+          tree_(settings.RuleTree()),
+          disc_(Conf::DiscRecord::Find(tree_[Conf::IPreset::KEY_FORMAT])) {}
 
     bool Run() {
         const bool hasMode = preset_.ChildExists(IFormatCodec::TAG_BITRATE_MODE);
@@ -69,6 +71,10 @@ public:
             KeepBitrate(hasQuality);
         } else if (const EncoderRecord* record = EncoderRecord::Find(encoder_); HasQuality(record)) {
             ChooseQuality(*record);
+        } else if (disc_ != nullptr && disc_->videoBitrate > 0 && kind_.type == Conf::StreamType::Video) {
+            const std::string reason = "what discs of this kind have";
+            ChooseMode(IFormatCodec::TAG_BITRATE_MODE_CBR, reason);
+            Choose(IFormatCodec::TAG_BITRATE, Property({}, disc_->videoBitrate), reason);
         } else {
             preset_.SetChild(IFormatCodec::TAG_BITRATE_MODE, IFormatCodec::TAG_BITRATE_MODE_CBR_AUTO);
         }
@@ -84,8 +90,7 @@ private:
     /// A disc's player reads no faster than its standard says, which no quality heeds; nor do two passes.
     bool HasQuality(const EncoderRecord* record) const {
         return record != nullptr && record->usual.quality > 0 && !IsTwoPass(preset_) &&
-               Takes(IFormatCodec::TAG_BITRATE_MODE_VBR) &&
-               Conf::DiscRecord::Find(tree_[Conf::IPreset::KEY_FORMAT]) == nullptr;
+               Takes(IFormatCodec::TAG_BITRATE_MODE_VBR) && disc_ == nullptr;
     }
 
     void Choose(const std::string& tag, const Property& value, const std::string& reason) {
@@ -134,6 +139,7 @@ private:
         if (!IsBaseline()) chooseUnlessGiven(IFormatCodecVideo::TAG_MAX_B_FRAME_SEQUENCE, record.usual.bFrames);
     }
 
+    const Conf::StreamRecord& kind_;
     const std::string& node_;
     const std::string& codecId_;
     std::string encoder_;  ///< FFmpeg's name
@@ -142,6 +148,7 @@ private:
     StreamSettings& settings_;
     Property& preset_;
     Property tree_;
+    const Conf::DiscRecord* disc_;  ///< the one that is made, or null
 };
 
 }  // namespace

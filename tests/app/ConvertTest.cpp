@@ -25,6 +25,7 @@ TEST_F(Conversions, MakeWhatThePlanSays) {
         {"song.mp3 out --format mp3 --video mjpeg", "mjpeg,Baseline,64,64,1:1,yuvj"},
         {"song.mp3 out --format m4a", ",1\n"},
         {"song.mp3 out --format flac", ",1\n"},
+        {"song.mp3 out --format mka", "png,unknown,64,64,"},
     };
     for (const auto& [arguments, streams] : rows) {
         Json output = Report("convert --overwrite " + arguments)["output"];

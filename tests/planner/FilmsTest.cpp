@@ -82,6 +82,8 @@ TEST(Films, KeepWhatTheOutputCanHave) {
         {asItIs, "avi", "mpeg4", "aresample=async=1:first_pts=0", "", "2 chapters are left out"},
         {asItIs, "mp4", "h264", "-map 0:1 -c:1 aac", "async", "Stream 3 of the input (attached file, ttf) is left out"},
         {asItIs, "matroska", "h264", "-map 0:3 -c:t copy", "async", ""},
+        {asItIs, "mov", "h264", "-metadata:s:2 language=fra", "language=eng", ""},
+        {asItIs, "svcd", "mpeg2video", "-b:0 2040000", "", ""},
         {asItIs, "mp3", "", "-map 0:2 -c:0 libmp3lame", "0:1", "takes 1 audio stream"},
         {asItIs, "mp3", "", "-c:0", "", "The languages of the streams are left out"},
     };

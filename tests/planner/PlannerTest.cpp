@@ -54,7 +54,7 @@ TEST(Plans, AreTheSameAfterAJourneyAsJson) {
         const Plan arrived = PlanFromJson(text);
         EXPECT_EQ(ToJson(arrived), text);
         EXPECT_EQ(arrived.settings, plan.settings) << "types included";
-        const CommandOptions options{.passDirectory = "passes"};
+        const CommandOptions options{.workFolder = "passes"};
         EXPECT_EQ(FfmpegCommands(arrived, "out", options), FfmpegCommands(plan, "out", options));
     }
 }

@@ -24,7 +24,7 @@ MediaInfo Film() {
 const std::string kVideo = "Streams/TypeId=video/VideoCodec/";
 
 std::string LastCommand(const Preset& preset) {
-    return Join(FfmpegCommands(MakePlan(Film(), preset), "out", {.passDirectory = "p"}).back());
+    return Join(FfmpegCommands(MakePlan(Film(), preset), "out", {.workFolder = "p"}).back());
 }
 
 // No encoder is left to a bitrate that is the same at every size, and none ignores the one that is asked for.

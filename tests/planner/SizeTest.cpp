@@ -68,7 +68,7 @@ TEST(Sizes, AreMetByBitrateThenByFrames) {
         EXPECT_GT(bits / 8, 0.85 * static_cast<double>(*plan.sizeLimit)) << "but for what the container takes";
         EXPECT_EQ(ToJson(PlanFromJson(ToJson(plan))), ToJson(plan));
         const std::string bitrate = std::to_string(VideoSetting(plan, IFormatCodec::TAG_BITRATE));
-        EXPECT_THAT(Join(FfmpegCommands(plan, "out", {.passDirectory = "p"}).back()), HasSubstr("-b:0 " + bitrate));
+        EXPECT_THAT(Join(FfmpegCommands(plan, "out", {.workFolder = "p"}).back()), HasSubstr("-b:0 " + bitrate));
         const auto isBitrate = [&](const Choice& choice) { return choice.value == bitrate && !choice.reason.empty(); };
         EXPECT_TRUE(std::ranges::any_of(plan.choices, isBitrate)) << "it is told";
     }

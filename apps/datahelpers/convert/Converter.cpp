@@ -69,14 +69,19 @@ void Verify(const Plan& plan, const std::string& path, Conversion& conversion) {
 void Run(const Plan& plan, const std::vector<Command>& runs, const std::string& temporary, const std::string& output,
          SignalGuard& signals, const ConvertOptions& options, Conversion& conversion) {
     const std::string program = FindProgram(kProgram);
-    Progress progress(options.style, options.excerpt.Of(plan.input.duration), runs.size());
-    for (const Command& arguments : runs) {
-        progress.BeginPass();
+    const std::size_t passes = Planner::IsTwoPass(plan) ? 2 : 1;
+    Progress progress(options.style, options.excerpt.Of(plan.input.duration), passes);
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const bool isPass = i + passes >= runs.size();
+        if (isPass) progress.BeginPass();
         Messages messages(temporary, output);
         const ChildEnd end = RunChild({.program = program,
-                                       .arguments = arguments,
+                                       .arguments = runs[i],
                                        .run = {},
-                                       .onOutput = [&progress](std::string_view line) { progress.Read(line); },
+                                       .onOutput =
+                                           [&](std::string_view line) {
+                                               if (isPass) progress.Read(line);
+                                           },
                                        .onError = [&messages](std::string_view line) { messages.Read(line); },
                                        .onEnd = {}},
                                       signals);
@@ -113,11 +118,10 @@ Conversion Convert(const Plan& plan, const std::string& output, const ConvertOpt
     SignalGuard signals;
     OutputFile file(output, options.overwrite);
     const std::string& temporary = file.TemporaryPath();
-    std::optional<TemporaryDirectory> passes;
-    if (Planner::IsTwoPass(plan)) passes.emplace();
+    std::optional<TemporaryDirectory> work;
+    if (Planner::NeedsWorkFolder(plan)) work.emplace();
 
-    const CommandOptions forFfmpeg{.passDirectory = passes ? passes->Path() : std::string(),
-                                   .excerpt = options.excerpt};
+    const CommandOptions forFfmpeg{.workFolder = work ? work->Path() : std::string(), .excerpt = options.excerpt};
     Conversion conversion;
     Plan tried = plan;
     for (int tries = 1;; ++tries) {

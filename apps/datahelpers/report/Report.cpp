@@ -134,7 +134,8 @@ void Print(std::ostream& out, const Plan& plan, std::size_t width, bool isFull) 
         << (plan.globalHeader ? ", global header" : ", no global header") << "\n";
     for (std::size_t i = 0; i < plan.streams.size(); ++i) {
         const PlannedStream& stream = plan.streams[i];
-        out << "  " << stream.kind->typeId << " " << stream.codecId << " from stream " << stream.source.index << ", ";
+        out << "  " << (stream.isCopied ? TypeName(stream.source) : stream.kind->typeId) << " " << stream.codecId
+            << " from stream " << stream.source.index << ", ";
         out << SettledText(plan, i);
         if (stream.isCopied) {
             out << "copied";

@@ -20,6 +20,10 @@ constexpr FrameSize kVcdNtsc[] = {{352, 240}};
 constexpr int64_t kBuffer = 1'835'008;
 constexpr int64_t kVcdBuffer = 327'680;
 
+// What is left beside the sound of what a player reads each second; a DVD's player reads more than most pictures need.
+constexpr int64_t kSvcdVideo = 2'040'000;
+constexpr int64_t kVcdVideo = 1'150'000;
+
 bool IsText(const Core::Property& node, const std::string& tag, const std::string& text) {
     const Core::Property* found = node.FindByPath(tag);
     return found != nullptr && found->Type() == PropertyTypes::String && found->GetString() == text;
@@ -31,12 +35,12 @@ std::span<const DiscRecord> DiscRecord::All() {
     static const Ratio kPal(25);
     static const Ratio kNtsc(30000, 1001);
     static const DiscRecord kRecords[] = {
-        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_PAL, kDvdPal, kPal, kBuffer, true},
-        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_NTSC, kDvdNtsc, kNtsc, kBuffer, true},
-        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_PAL, kSvcdPal, kPal, kBuffer, false},
-        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_NTSC, kSvcdNtsc, kNtsc, kBuffer, false},
-        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_PAL, kVcdPal, kPal, kVcdBuffer, false},
-        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_NTSC, kVcdNtsc, kNtsc, kVcdBuffer, false},
+        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_PAL, kDvdPal, kPal, kBuffer, 0, true},
+        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_NTSC, kDvdNtsc, kNtsc, kBuffer, 0, true},
+        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_PAL, kSvcdPal, kPal, kBuffer, kSvcdVideo, false},
+        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_NTSC, kSvcdNtsc, kNtsc, kBuffer, kSvcdVideo, false},
+        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_PAL, kVcdPal, kPal, kVcdBuffer, kVcdVideo, false},
+        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_NTSC, kVcdNtsc, kNtsc, kVcdBuffer, kVcdVideo, false},
     };
     return kRecords;
 }

@@ -90,6 +90,11 @@ std::string PictureExtension(const std::string& codecId) {
     return row != std::end(kExtensions) ? row->extension : codecId;
 }
 
+std::string CoverMediaType(const std::string& codecId) {
+    if (codecId == IFormatCodecVideo::CODEC_ID_MJPEG) return "image/jpeg";
+    return codecId == IFormatCodecVideo::CODEC_ID_PNG ? "image/png" : std::string();
+}
+
 std::string FileExtension(const std::string& container) {
     const std::string muxer = MuxerName(container);
     if (IsImageMuxer(muxer)) {

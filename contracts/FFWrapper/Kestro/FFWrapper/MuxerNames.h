@@ -19,6 +19,9 @@ KESTRO_FFWRAPPER_API bool MuxerExists(const std::string& muxer);
 KESTRO_FFWRAPPER_API bool IsImageMuxer(const std::string& muxer);
 /// How the files of a picture codec end: "jpg".
 KESTRO_FFWRAPPER_API std::string PictureExtension(const std::string& codecId);
+/// The media type (RFC 2046) under which a container keeps a cover picture of the codec as a file; empty for a codec
+/// that players do not look for there.
+KESTRO_FFWRAPPER_API std::string CoverMediaType(const std::string& codecId);
 
 /// How the files of a container of the registry end: "mkv".
 KESTRO_FFWRAPPER_API std::string FileExtension(const std::string& container);

@@ -8,22 +8,30 @@
 namespace Kestro::FFWrapper {
 namespace {
 
-constexpr MuxerRecord MovFamily(const char* name, bool hasCovers) {
+constexpr const char* kQuickTime = "mov";
+
+constexpr MuxerRecord MovFamily(const char* name, bool hasCovers, bool hasForcedMarks = false) {
     return {.name = name,
             .hasChapters = true,
             .hasLanguages = true,
             .hasCovers = hasCovers,
+            .hasForcedMarks = hasForcedMarks,
             .hasRotation = true,
             .namesTracks = true,
             .hasMovableIndex = true};
 }
 
 constexpr MuxerRecord kRecords[] = {
-    {.name = "matroska", .hasChapters = true, .hasLanguages = true, .hasAttachments = true},
-    {.name = "webm", .hasChapters = true, .hasLanguages = true},
-    MovFamily("mp4", true),
+    {.name = "matroska",
+     .hasChapters = true,
+     .hasLanguages = true,
+     .hasAttachments = true,
+     .attachesCovers = true,
+     .hasForcedMarks = true},
+    {.name = "webm", .hasChapters = true, .hasLanguages = true, .hasForcedMarks = true},
+    MovFamily("mp4", true, true),
     MovFamily("ipod", true),
-    MovFamily("mov", false),
+    MovFamily(kQuickTime, false),
     MovFamily("3gp", false),
     MovFamily("3g2", false),
     {.name = "psp", .hasLanguages = true, .hasRotation = true, .namesTracks = true, .hasMovableIndex = true},
@@ -55,7 +63,24 @@ constexpr FilterRow kFilters[] = {
     {"matroska", Conf::IFormatCodecVideo::CODEC_ID_MPEG4, "mpeg4_unpack_bframes"},
 };
 
+// Where a language has a code by its English name and one by its own, QuickTime's list has the first or the second.
+struct Languages {
+    const char* other;
+    const char* ofQuickTime;
+};
+constexpr Languages kLanguages[] = {
+    {"bod", "tib"}, {"cym", "wel"}, {"cze", "ces"}, {"deu", "ger"}, {"ell", "gre"}, {"eus", "baq"}, {"fas", "per"},
+    {"fre", "fra"}, {"hye", "arm"}, {"isl", "ice"}, {"kat", "geo"}, {"mkd", "mac"}, {"msa", "may"}, {"mya", "bur"},
+    {"nld", "dut"}, {"rum", "ron"}, {"slo", "slk"}, {"sqi", "alb"}, {"zho", "chi"},
+};
+
 }  // namespace
+
+std::string LanguageFor(const std::string& muxer, const std::string& language) {
+    if (muxer != kQuickTime) return language;
+    const auto* row = std::ranges::find_if(kLanguages, [&](const Languages& entry) { return language == entry.other; });
+    return row != std::end(kLanguages) ? row->ofQuickTime : language;
+}
 
 std::string BitstreamFilter(const std::string& muxer, const std::string& codecId) {
     const auto* row = std::ranges::find_if(
