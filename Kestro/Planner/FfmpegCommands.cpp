@@ -9,7 +9,9 @@
 #include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/EncoderOptions.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/PicturePattern.h"
 #include "Kestro/Planner/Probe.h"
+#include "Kestro/Planner/Text.h"
 #include "Kestro/Planner/Tree.h"
 
 namespace Kestro::Planner {
@@ -39,10 +41,18 @@ Command InputArguments(const Plan& plan, const CommandOptions& options) {
     // Nothing of what the file may ask for: no network, no other demuxer than the one that the input was seen with.
     arguments.insert(arguments.end(),
                      {"-protocol_whitelist", "file", "-f", FFWrapper::DemuxerOption(plan.input.demuxer)});
-    if (FFWrapper::IsImageMuxer(plan.input.demuxer)) arguments.insert(arguments.end(), {"-pattern_type", "none"});
+    const std::string& path = options.input.empty() ? plan.input.path : options.input;
+    std::string url = FileUrl(path);
+    if (const auto& sequence = plan.input.sequence) {
+        arguments.insert(arguments.end(), {"-pattern_type", "sequence", "-framerate", RatioText(sequence->fps),
+                                           "-start_number", std::to_string(sequence->first)});
+        url = PicturePattern(path).Url();
+    } else if (FFWrapper::IsImageMuxer(plan.input.demuxer)) {
+        arguments.insert(arguments.end(), {"-pattern_type", "none"});
+    }
     if (options.excerpt.start > 0.0) arguments.insert(arguments.end(), {"-ss", Seconds(options.excerpt.start)});
     if (options.excerpt.duration) arguments.insert(arguments.end(), {"-t", Seconds(*options.excerpt.duration)});
-    arguments.insert(arguments.end(), {"-i", FileUrl(plan.input.path)});
+    arguments.insert(arguments.end(), {"-i", url});
     return arguments;
 }
 

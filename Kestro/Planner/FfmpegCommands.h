@@ -23,6 +23,7 @@ struct Excerpt {
 
 struct CommandOptions {
     std::string workFolder = {};  ///< where a run leaves what a later one reads
+    std::string input = {};       ///< where the input is, if not at the path of the plan's
     bool isSequence = false;      ///< the output is the folder of all pictures, where Plan::IsPicture()
     Excerpt excerpt = {};
     bool isWatched = true;  ///< by a program; otherwise ffmpeg talks to the person who typed the command

@@ -74,6 +74,9 @@ Json MediaJson(const MediaInfo& media) {
               {"demuxer", media.demuxer},
               {"duration", media.duration ? Json(*media.duration) : Json()},
               {"chapters", media.chapters}};
+    if (const auto& sequence = media.sequence) {
+        json["sequence"] = {{"fps", RatioText(sequence->fps)}, {"first", sequence->first}, {"count", sequence->count}};
+    }
     Json& streams = json["streams"] = Json::array();
     for (const MediaStream& stream : media.streams) streams.push_back(StreamJson(stream));
     return json;

@@ -75,15 +75,23 @@ const char* TypeInWords(const MediaStream& stream);
 /// "Stream 2 of the input (subtitles, subrip, eng)".
 std::string InWords(const MediaStream& stream);
 
-/// What is known of a media file.
+/// A film of numbered pictures, each a file.
+struct PictureSequence {
+    boost::rational<int64_t> fps;  ///< so many are shown a second
+    int64_t first = 0;             ///< its number
+    int64_t count = 0;
+};
+
+/// What is known of a media file, or of a sequence of pictures.
 struct MediaInfo {
-    std::string path;
+    std::string path;                ///< or its name in messages; of a sequence with a number: "frames/%06d.png"
     std::string demuxer;             ///< FFmpeg's name
     std::optional<double> duration;  ///< seconds
     int chapters = 0;
     std::vector<MediaStream> streams;
     bool isDurationGuessed = false;  ///< from the bitrate, so it may be far off
     bool isEmpty = false;            ///< there is nothing in the streams
+    std::optional<PictureSequence> sequence = {};
 };
 
 }  // namespace Kestro::Planner

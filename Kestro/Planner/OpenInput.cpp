@@ -14,6 +14,7 @@ extern "C" {
 
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
 #include "Kestro/FFWrapper/Demuxers.h"
+#include "Kestro/Planner/FrameRateRange.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Text.h"
 
@@ -59,7 +60,7 @@ int OpenInput::OpenOnlyInput(AVFormatContext* context, AVIOContext** file, const
     // A demuxer's own contexts may have this function without what stands behind it.
     auto* input = static_cast<OpenInput*>(context->opaque);
     if (input == nullptr) return AVERROR(EPERM);
-    if (url == input->url_ && (flags & AVIO_FLAG_WRITE) == 0) {
+    if (input->IsInput(url) && (flags & AVIO_FLAG_WRITE) == 0) {
         return input->openFile_(context, file, url, flags, options);
     }
     // One that only looks whether there is more finds none.
@@ -70,6 +71,8 @@ int OpenInput::OpenOnlyInput(AVFormatContext* context, AVIOContext** file, const
     return AVERROR(EPERM);
 }
 
+bool OpenInput::IsInput(const char* url) const { return pattern_ ? pattern_->Has(url) : url == url_; }
+
 int OpenInput::IsLate(void* input) {
     // A playlist may have FFmpeg wait for what never comes.
     constexpr std::chrono::seconds kPatience{20};
@@ -78,12 +81,12 @@ int OpenInput::IsLate(void* input) {
 
 void OpenInput::ThrowUnreadable(const std::string& reason) const {
     throw NotAcceptable(
-        {.code = ProblemCode::UnreadableInput, .message = "Cannot read " + Printable(path_) + ": " + reason + "."});
+        {.code = ProblemCode::UnreadableInput, .message = "Cannot read " + Printable(name_) + ": " + reason + "."});
 }
 
 void OpenInput::ThrowOpensOthers(const std::string& what) const {
     throw NotAcceptable({.code = ProblemCode::OpensOtherFiles,
-                         .message = Printable(path_) + " is not read: it leads to other files" + what + "."});
+                         .message = Printable(name_) + " is not read: it leads to other files" + what + "."});
 }
 
 void OpenInput::ThrowOf(int error) const {
@@ -104,15 +107,40 @@ const AVInputFormat* OpenInput::FindDemuxer() const {
     return demuxer;
 }
 
-OpenInput::OpenInput(const std::string& path, const ProbeOptions& options) : path_(path), url_(FileUrl(path)) {
+void OpenInput::CheckFile(const std::string& path) const {
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) ThrowUnreadable(std::strerror(errno));
+    if (stat(path.c_str(), &status) != 0) {
+        const bool mayBePattern = errno == ENOENT && path.find('%') != std::string::npos;
+        ThrowUnreadable(
+            std::strerror(errno) +
+            std::string(mayBePattern ? "; of a sequence of pictures, tell how many are shown a second" : ""));
+    }
     if (S_ISDIR(status.st_mode)) ThrowUnreadable("it is a directory");
     // It is read twice: to look at it and to convert it.
     if (!S_ISREG(status.st_mode)) ThrowUnreadable("it is no regular file");
     if (access(path.c_str(), R_OK) != 0) ThrowUnreadable(std::strerror(errno));
+}
 
-    const AVInputFormat* demuxer = options.picture.empty() ? FindDemuxer() : av_find_input_format("image2");
+void OpenInput::FindPictures(const std::string& path, const ProbeOptions& options) {
+    pattern_.emplace(path);
+    const boost::rational<int64_t>& fps = *options.picturesPerSecond;
+    if (!(fps > boost::rational<int64_t>(0)) || !IsFrameRate(fps)) {
+        ThrowUnreadable("no film has " + RatioText(fps) + " frames/s, but " + FrameRateRange());
+    }
+    sequence_ = pattern_->Find(fps);
+    url_ = pattern_->Url();
+}
+
+OpenInput::OpenInput(const std::string& path, const ProbeOptions& options)
+    : name_(options.name.empty() ? path : options.name), path_(path), url_(FileUrl(path)) {
+    if (options.picturesPerSecond) {
+        FindPictures(path, options);
+    } else {
+        CheckFile(path);
+    }
+
+    const bool isPicture = sequence_ || !options.picture.empty();
+    const AVInputFormat* demuxer = isPicture ? av_find_input_format("image2") : FindDemuxer();
     if (!options.followReferences && demuxer != nullptr && FFWrapper::OpensOtherFiles(demuxer->name)) {
         ThrowOpensOthers(std::string(" (") + demuxer->name + ")");
     }
@@ -127,7 +155,11 @@ OpenInput::OpenInput(const std::string& path, const ProbeOptions& options) : pat
         context->opaque = this;
     }
     Options chosen;
-    av_dict_set(chosen.Get(), "pattern_type", "none", 0);
+    av_dict_set(chosen.Get(), "pattern_type", sequence_ ? "sequence" : "none", 0);
+    if (sequence_) {
+        av_dict_set(chosen.Get(), "framerate", RatioText(sequence_->fps).c_str(), 0);
+        av_dict_set_int(chosen.Get(), "start_number", sequence_->first, 0);
+    }
     ThrowOf(avformat_open_input(&context, url_.c_str(), demuxer, chosen.Get()));
     context_.reset(context);
     // A playlist that is written on has no end to convert to.

@@ -6,8 +6,10 @@ extern "C" {
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "Kestro/Planner/PicturePattern.h"
 #include "Kestro/Planner/Probe.h"
 
 namespace Kestro::Planner {
@@ -24,6 +26,9 @@ public:
     /// What there is to know of its streams. Throws NotAcceptable as Probe.
     AVFormatContext& ReadHeaders();
 
+    /// Nothing where it is one file.
+    const std::optional<PictureSequence>& Sequence() const { return sequence_; }
+
 private:
     struct Close {
         void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
@@ -33,6 +38,9 @@ private:
     static int OpenOnlyInput(AVFormatContext* context, AVIOContext** file, const char* url, int flags,
                              AVDictionary** options);
     static int IsLate(void* input);
+    void CheckFile(const std::string& path) const;
+    void FindPictures(const std::string& path, const ProbeOptions& options);
+    bool IsInput(const char* url) const;
     [[noreturn]] void ThrowUnreadable(const std::string& reason) const;
     [[noreturn]] void ThrowOpensOthers(const std::string& what) const;
     /// For what FFmpeg answers.
@@ -41,8 +49,11 @@ private:
     const AVInputFormat* FindDemuxer() const;
 
     std::chrono::steady_clock::time_point begun_ = std::chrono::steady_clock::now();
+    std::string name_;
     std::string path_;
     std::string url_;
+    std::optional<PicturePattern> pattern_;  ///< of a sequence
+    std::optional<PictureSequence> sequence_;
     Opening openFile_ = nullptr;
     std::string refused_;  ///< what the demuxer asked for beside the file
     std::unique_ptr<AVFormatContext, Close> context_;

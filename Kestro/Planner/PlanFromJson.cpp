@@ -84,6 +84,16 @@ MediaInfo ReadMedia(const JsonReader& json) {
     if (!FFWrapper::DemuxerExists(media.demuxer) || FFWrapper::OpensOtherFiles(media.demuxer)) {
         ThrowInvalid("an input read as " + Printable(media.demuxer) + " is not for a plan that comes from elsewhere");
     }
+    if (json.Has("sequence")) {
+        const JsonReader sequence = json.Object("sequence");
+        media.sequence = {.fps = sequence.ReadRatio("fps"),
+                          .first = sequence.Read<int64_t>("first"),
+                          .count = sequence.Read<int64_t>("count")};
+        const auto& [fps, first, count] = *media.sequence;
+        if (!(fps > Property::Ratio(0)) || !IsFrameRate(fps) || first < 0 || count < 1) {
+            ThrowInvalid("its input is no sequence of pictures");
+        }
+    }
     json.ForEach("streams", [&](const JsonReader& stream) { media.streams.push_back(ReadStream(stream)); });
     return media;
 }

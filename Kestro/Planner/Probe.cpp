@@ -16,7 +16,8 @@ MediaInfo Probe(const std::string& path, const ProbeOptions& options) {
     AVFormatContext* context = &input.ReadHeaders();
 
     MediaInfo info;
-    info.path = path;
+    info.path = options.name.empty() ? path : options.name;
+    info.sequence = input.Sequence();
     info.demuxer = context->iformat->name;
     if (context->duration > 0) info.duration = static_cast<double>(context->duration) / AV_TIME_BASE;
     info.isDurationGuessed = context->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;

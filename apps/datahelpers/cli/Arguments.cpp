@@ -7,6 +7,7 @@
 #include <iostream>
 #include <string_view>
 
+#include "Kestro/Core/PropertyException.h"
 #include "Kestro/Planner/FileNames.h"
 #include "Kestro/Planner/Text.h"
 
@@ -64,6 +65,17 @@ double ReadSeconds(const std::string& text) {
                                                     .wayOut = "seconds, or with colons: 90, 1:30, 0:01:30.5"});
 }
 
+/// Pictures per second.
+boost::rational<int64_t> ReadRate(const std::string& text) {
+    try {
+        return Kestro::Core::Property({}, text).GetRatio();
+    } catch (const Kestro::Core::PropertyException&) {
+        throw Failure(ExitStatus::WrongUsage, Complaint{.message = "\"" + Planner::Printable(text) + "\" is no rate.",
+                                                        .value = text,
+                                                        .wayOut = "pictures per second: 25, 23.976 or 30000/1001"});
+    }
+}
+
 /// Which of the files that convert is given is what.
 void TakeFiles(Arguments& arguments) {
     std::vector<std::string>& files = arguments.inputs;
@@ -79,6 +91,12 @@ void TakeFiles(Arguments& arguments) {
     }
     arguments.output = files.back();
     if (files.size() == 2) arguments.plan.input = files.front();
+    if (arguments.output != kStandardStream) return;
+    if (arguments.json || arguments.isSequence) {
+        throw Failure(ExitStatus::WrongUsage,
+                      "Standard output takes the file and nothing else: neither --json nor "
+                      "--sequence goes with it.");
+    }
 }
 
 void AddPlanOptions(CLI::App& command, PlanOptions& options) {
@@ -124,6 +142,12 @@ void AddPlanOptions(CLI::App& command, PlanOptions& options) {
         .add_option_function<std::string>("--duration", readTo(options.excerpt.duration),
                                           "Take no more than that of the input")
         ->type_name("TIME");
+    command
+        .add_option_function<std::string>(
+            "--fps", [&options](const std::string& text) { options.fps = ReadRate(text); },
+            "INPUT is a sequence of pictures, as frames/%06d.png, and so many are shown "
+            "a second: 25 or 30000/1001")
+        ->type_name("RATE");
     command.add_flag("--follow-references", options.followReferences,
                      "Also read the local files that the input names (a playlist, for instance), and tell which");
 }
@@ -178,8 +202,10 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     convert
         ->add_option(
             "FILES", arguments.inputs,
-            "INPUT OUTPUT: the media file, and the file to write, which appears when it is complete; with --into any "
-            "number of inputs; with --plan OUTPUT, or INPUT OUTPUT for another place of the input")
+            "INPUT OUTPUT: the media file, and the file to write, which appears when it is complete; - is standard "
+            "input "
+            "or output; with --into any number of inputs; with --plan OUTPUT, or INPUT OUTPUT for another place of the "
+            "input")
         ->required();
     auto* into = convert
                      ->add_option("--into", arguments.into,
@@ -192,8 +218,9 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     auto* planFile = convert->add_option("--plan", arguments.plan.planFile, "Carry out what plan --json has reported")
                          ->type_name("FILE")
                          ->excludes(into);
+    into->excludes(convert->get_option("--fps"));
     for (const char* name : {"--preset", "--format", "--video", "--audio", "--audio-tracks", "--subtitles",
-                             "--keep-fields", "--size", "--set", "--follow-references"})
+                             "--keep-fields", "--size", "--set", "--fps", "--follow-references"})
         planFile->excludes(convert->get_option(name));
 
     convert->add_flag("--overwrite", arguments.overwrite, "Replace OUTPUT if it is there already");
@@ -264,6 +291,9 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     if (arguments.showsCommands && arguments.output.empty()) {
         throw Failure(ExitStatus::WrongUsage, Complaint{.message = "The command lines are for an output.",
                                                         .wayOut = "plan INPUT OUTPUT --commands"});
+    }
+    if (arguments.showsCommands && (arguments.plan.input == kStandardStream || arguments.output == kStandardStream)) {
+        throw Failure(ExitStatus::WrongUsage, "The command lines are for files that have names.");
     }
     return true;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <boost/rational.hpp>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +15,9 @@ namespace App {
 namespace Planner = Kestro::Planner;
 
 enum class Command { List, Show, Fits, Check, Plan, Convert };
+
+/// In place of a file's name: standard input or output.
+inline constexpr const char* kStandardStream = "-";
 
 /// What to make of an input.
 struct PlanOptions {
@@ -27,7 +33,8 @@ struct PlanOptions {
     std::string size;               ///< or empty
     std::vector<std::string> sets;  ///< PATH=VALUE
     Planner::Excerpt excerpt;
-    bool followReferences = false;  ///< files that the input names are read, too
+    std::optional<boost::rational<int64_t>> fps;  ///< the input is a sequence of pictures
+    bool followReferences = false;                ///< files that the input names are read, too
 };
 
 /// The command line, understood.

@@ -24,6 +24,7 @@
 #include "cli/PresetFile.h"
 #include "convert/Converter.h"
 #include "convert/OutputFile.h"
+#include "convert/TemporaryFile.h"
 #include "report/Report.h"
 #include "report/Text.h"
 
@@ -39,8 +40,25 @@ bool IsAlike(const Planner::MediaInfo& one, const Planner::MediaInfo& other) {
     return one.demuxer == other.demuxer && std::ranges::equal(one.streams, other.streams, isAlike);
 }
 
+/// The input, and where it is for the time being.
+class Source {
+public:
+    Planner::MediaInfo Probe(const PlanOptions& options) {
+        Planner::ProbeOptions how{.followReferences = options.followReferences, .picturesPerSecond = options.fps};
+        if (options.input != kStandardStream) return Planner::Probe(options.input, how);
+        spool_.emplace(TemporaryFile::OfStandardInput());
+        how.name = "standard input";
+        return Planner::Probe(spool_->Path(), how);
+    }
+    /// Empty: where the plan says.
+    std::string Path() const { return spool_ ? spool_->Path() : std::string(); }
+
+private:
+    std::optional<TemporaryFile> spool_;
+};
+
 /// A plan that was made before, perhaps elsewhere, for this input or one like it. Fills in what it says of the input.
-Planner::Plan ReadPlan(PlanOptions& options) {
+Planner::Plan ReadPlan(PlanOptions& options, Source& source) {
     const std::string text = ReadText(options.planFile, "plan");
     Planner::Plan plan = Planner::PlanFromJson(text);
     const Json frame = Json::parse(text);
@@ -53,7 +71,8 @@ Planner::Plan ReadPlan(PlanOptions& options) {
         if (!options.excerpt.duration) options.excerpt.duration = seconds("duration");
     }
     if (options.input.empty()) options.input = plan.input.path;
-    const Planner::MediaInfo input = Planner::Probe(options.input);
+    if (plan.input.sequence) options.fps = plan.input.sequence->fps;
+    const Planner::MediaInfo input = source.Probe(options);
     if (!IsAlike(input, plan.input)) {
         throw Planner::NotAcceptable(
             {.code = Planner::ProblemCode::InvalidPlan,
@@ -64,13 +83,13 @@ Planner::Plan ReadPlan(PlanOptions& options) {
 }
 
 /// A preset is looked at before the input. opened: what was read beside it.
-Planner::Plan MakePlan(PlanOptions& options, OpenedFiles& opened) {
-    if (!options.planFile.empty()) return ReadPlan(options);
+Planner::Plan MakePlan(PlanOptions& options, Source& source, OpenedFiles& opened) {
+    if (!options.planFile.empty()) return ReadPlan(options, source);
     const Planner::Preset preset = ReadPreset(options);
     std::vector<Planner::Problem> problems = Planner::Check(preset);
     if (!problems.empty()) throw Planner::NotAcceptable(std::move(problems));
     Planner::MediaInfo input;
-    const auto probe = [&] { input = Planner::Probe(options.input, {.followReferences = options.followReferences}); };
+    const auto probe = [&] { input = source.Probe(options); };
     if (options.followReferences) {
         opened = OpenedFiles::While(probe);
     } else {
@@ -140,7 +159,8 @@ Outcome TellCommands(const Planner::Plan& plan, const Arguments& arguments) {
 Outcome PlanOnly(const Arguments& arguments) {
     OpenedFiles opened;
     PlanOptions asked = arguments.plan;
-    Planner::Plan plan = MakePlan(asked, opened);
+    Source source;
+    Planner::Plan plan = MakePlan(asked, source, opened);
     if (arguments.isStrict && !plan.corrections.empty()) {
         throw Planner::NotAcceptable(CorrectionsAsProblems(plan));
     }
@@ -159,36 +179,41 @@ Outcome PlanOnly(const Arguments& arguments) {
 }
 
 Outcome PlanAndConvert(const Arguments& arguments) {
-    const std::size_t width = TerminalWidth(STDOUT_FILENO);
+    const bool isPiped = arguments.output == kStandardStream;
+    std::ostream& out = isPiped ? std::cerr : std::cout;
+    const std::size_t width = TerminalWidth(isPiped ? STDERR_FILENO : STDOUT_FILENO);
     PlanOptions asked = arguments.plan;
     const auto checkOutput = [&] {
+        if (isPiped) return CheckStandardOutput();
         if (arguments.isSequence) return;
         OutputFile::Check(arguments.output, arguments.overwrite, asked.input, {asked.presetFile, asked.planFile});
     };
     checkOutput();
+    CheckConverter();
     OpenedFiles opened;
-    Planner::Plan plan = MakePlan(asked, opened);
+    Source source;
+    Planner::Plan plan = MakePlan(asked, source, opened);
     if (arguments.plan.input.empty()) checkOutput();  // now that its name is known
     NoteOtherName(plan, arguments.output);
-    CheckConverter();
     Planner::CheckInstalled(plan);
     const bool talks = !arguments.json && !arguments.isQuiet;
     if (talks) {
-        PrintChanges(std::cout, plan, width);
-        std::cout.flush();
+        PrintChanges(out, plan, width);
+        out.flush();
     }
     const bool onTerminal = isatty(STDERR_FILENO) != 0;
     const auto lines = !talks ? Progress::Style::None : Progress::Style::Lines;
-    ConvertOptions options{.overwrite = arguments.overwrite, .excerpt = asked.excerpt};
+    ConvertOptions options{.overwrite = arguments.overwrite, .excerpt = asked.excerpt, .input = source.Path()};
     options.style = onTerminal && !arguments.isQuiet ? Progress::Style::Bar : lines;
     if (arguments.tellsParts) options.style = Progress::Style::Parts;
-    const Conversion conversion = arguments.isSequence ? ConvertToSequence(plan, arguments.output, options)
-                                                       : Convert(plan, arguments.output, options);
+    const Conversion conversion = isPiped                ? ConvertToStandardOutput(plan, options)
+                                  : arguments.isSequence ? ConvertToSequence(plan, arguments.output, options)
+                                                         : Convert(plan, arguments.output, options);
     opened.Add(conversion.opened);
     if (arguments.isQuiet && !arguments.json) PrintFaults(std::cerr, conversion, width);
     if (talks) {
-        Print(std::cout, conversion, width);
-        PrintOpened(std::cout, opened.Beside(arguments.plan.input));
+        Print(out, conversion, width);
+        PrintOpened(out, opened.Beside(arguments.plan.input));
     }
     Json json = App::ToJson(plan);
     AddOpened(json, arguments.plan, opened);

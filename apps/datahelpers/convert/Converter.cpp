@@ -17,6 +17,7 @@
 #include "convert/ChildProcess.h"
 #include "convert/Messages.h"
 #include "convert/OutputFile.h"
+#include "convert/TemporaryFile.h"
 
 namespace App {
 namespace {
@@ -106,22 +107,13 @@ void TellSize(const Plan& plan, const Plan& tried, Conversion& conversion) {
     }
 }
 
-}  // namespace
-
-void CheckConverter() {
-    if (!FindProgram(kProgram).empty()) return;
-    throw Failure(ExitStatus::ConversionFailed,
-                  Complaint{.message = "The program ffmpeg is not on the PATH.", .wayOut = "install FFmpeg"});
-}
-
-Conversion Convert(const Plan& plan, const std::string& output, const ConvertOptions& options) {
-    SignalGuard signals;
-    OutputFile file(output, options.overwrite);
-    const std::string& temporary = file.TemporaryPath();
+/// Makes the output as a temporary file, and lets in the signals that came meanwhile.
+Conversion Make(const Plan& plan, const std::string& temporary, const std::string& output, SignalGuard& signals,
+                const ConvertOptions& options) {
     std::optional<TemporaryDirectory> work;
     if (Planner::NeedsWorkFolder(plan)) work.emplace();
-
-    const CommandOptions forFfmpeg{.workFolder = work ? work->Path() : std::string(), .excerpt = options.excerpt};
+    const CommandOptions forFfmpeg{
+        .workFolder = work ? work->Path() : std::string(), .input = options.input, .excerpt = options.excerpt};
     Conversion conversion;
     Plan tried = plan;
     for (int tries = 1;; ++tries) {
@@ -136,9 +128,35 @@ Conversion Convert(const Plan& plan, const std::string& output, const ConvertOpt
     conversion.shortfall = Planner::Shortfall(plan, conversion.written, options.excerpt);
     TellSize(plan, tried, conversion);
     signals.Heed();
-    file.Commit();
     conversion.output = output;
     conversion.written.path = output;
+    return conversion;
+}
+
+}  // namespace
+
+void CheckConverter() {
+    if (!FindProgram(kProgram).empty()) return;
+    throw Failure(ExitStatus::ConversionFailed,
+                  Complaint{.message = "The program ffmpeg is not on the PATH.", .wayOut = "install FFmpeg"});
+}
+
+Conversion Convert(const Plan& plan, const std::string& output, const ConvertOptions& options) {
+    SignalGuard signals;
+    OutputFile file(output, options.overwrite);
+    Conversion conversion = Make(plan, file.TemporaryPath(), output, signals, options);
+    file.Commit();
+    return conversion;
+}
+
+Conversion ConvertToStandardOutput(const Plan& plan, const ConvertOptions& options) {
+    const TemporaryFile file;
+    Conversion conversion;
+    {
+        SignalGuard signals;
+        conversion = Make(plan, file.Path(), "standard output", signals, options);
+    }
+    file.SendToStandardOutput();
     return conversion;
 }
 
@@ -151,7 +169,9 @@ Conversion ConvertToSequence(const Plan& plan, const std::string& folder, const 
     SignalGuard signals;
     OutputFolder output(folder);
     Conversion conversion;
-    Run(plan, FfmpegCommands(plan, output.TemporaryPath(), {.isSequence = true, .excerpt = options.excerpt}),
+    Run(plan,
+        FfmpegCommands(plan, output.TemporaryPath(),
+                       {.input = options.input, .isSequence = true, .excerpt = options.excerpt}),
         output.TemporaryPath(), folder, signals, options, conversion);
     Verify(plan, output.TemporaryPath() + "/" + PictureName(plan, 1), conversion);
     conversion.files = 0;

@@ -30,6 +30,7 @@ struct ConvertOptions {
     bool overwrite = false;
     Progress::Style style = Progress::Style::None;
     Planner::Excerpt excerpt = {};
+    std::string input = {};  ///< where the input is, if not at the path of the plan's
 };
 
 /// Throws Failure (ConversionFailed) when the program ffmpeg is not there.
@@ -38,6 +39,9 @@ void CheckConverter();
 /// Runs ffmpeg. The output appears when it is complete; whatever goes wrong before that leaves nothing behind and
 /// throws Failure (ConversionFailed).
 Conversion Convert(const Planner::Plan& plan, const std::string& output, const ConvertOptions& options);
+
+/// The same; what is complete goes to standard output.
+Conversion ConvertToStandardOutput(const Planner::Plan& plan, const ConvertOptions& options);
 
 /// The same for all pictures of the input, in a new folder, where the plan's container is one of pictures. Throws
 /// Failure (NotAcceptable) for another container, and (WrongUsage) where there is something of that name.

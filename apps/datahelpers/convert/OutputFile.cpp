@@ -16,6 +16,7 @@
 #include "Kestro/Planner/Text.h"
 
 #include "cli/Failure.h"
+#include "convert/Descriptor.h"
 
 namespace App {
 namespace {
@@ -38,21 +39,6 @@ std::string RealPath(const std::string& path) {
     const std::filesystem::path real = std::filesystem::canonical(path, none);
     return none ? path : real.string();
 }
-
-/// Closes a descriptor when it goes.
-class Descriptor {
-public:
-    explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
-    ~Descriptor() {
-        if (descriptor_ >= 0) close(descriptor_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int Get() const { return descriptor_; }
-
-private:
-    int descriptor_;
-};
 
 bool Sync(const std::string& path, int flags) {
     const Descriptor file(open(path.c_str(), flags | O_CLOEXEC));

@@ -84,7 +84,8 @@ std::string SettledText(const Plan& plan, std::size_t stream) {
     } else if (plan.streams[stream].kind->type == StreamType::Audio) {
         settled = text(IFormatCodecAudio::TAG_SAMPLE_RATE) + " Hz, " + text(IFormatCodecAudio::TAG_LAYOUT) + ", ";
     }
-    if (text(IFormatCodec::TAG_BITRATE_MODE) == IFormatCodec::TAG_BITRATE_MODE_VBR) {
+    const bool hasQuality = codec.ChildExists(IFormatCodec::TAG_QUALITY);
+    if (hasQuality && text(IFormatCodec::TAG_BITRATE_MODE) == IFormatCodec::TAG_BITRATE_MODE_VBR) {
         return settled + "quality " + text(IFormatCodec::TAG_QUALITY) + " of " +
                std::to_string(IFormatCodec::MAX_QUALITY) + ", ";
     }
