@@ -18,6 +18,10 @@ set(KESTRO_LIBRARY_RPATH "\$ORIGIN")
 file(RELATIVE_PATH _libdirFromBin "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
 set(KESTRO_PROGRAM_RPATH "\$ORIGIN/${_libdirFromBin}")
 
+# What install() gives to no component is the program's: its pages and completions. The others are library, translations,
+# development and documentation; packages are made of them.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
+
 # One place for the results: the libraries in lib, the programs in bin.
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
@@ -96,11 +100,12 @@ function(kestro_install_library target)
     install(
         TARGETS ${target}
         EXPORT ${target}
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library NAMELINK_COMPONENT development
+        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
     install(
         EXPORT ${target}
         FILE ${target}Targets.cmake
         NAMESPACE Kestro::
-        DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/KestroDataHelpers")
+        DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/KestroDataHelpers"
+        COMPONENT development)
 endfunction()

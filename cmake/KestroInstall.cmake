@@ -18,7 +18,8 @@ configure_package_config_file(
 write_basic_package_version_file(
     "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfig.cmake"
-              "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfigVersion.cmake" DESTINATION "${packageDir}")
+              "${PROJECT_BINARY_DIR}/packaging/KestroDataHelpersConfigVersion.cmake" DESTINATION "${packageDir}"
+        COMPONENT development)
 
 # The modules find their prefix from where they lie, so an installed tree can be moved as a whole.
 set(pkgconfigDir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
@@ -30,13 +31,23 @@ if(KESTRO_BUILD_PLANNER)
 endif()
 foreach(module IN LISTS modules)
     configure_file("${PROJECT_SOURCE_DIR}/packaging/${module}.pc.in" "${PROJECT_BINARY_DIR}/packaging/${module}.pc" @ONLY)
-    install(FILES "${PROJECT_BINARY_DIR}/packaging/${module}.pc" DESTINATION "${pkgconfigDir}")
+    install(FILES "${PROJECT_BINARY_DIR}/packaging/${module}.pc" DESTINATION "${pkgconfigDir}"
+            COMPONENT development)
 endforeach()
 
+install(
+    FILES "${PROJECT_SOURCE_DIR}/README.md"
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+    COMPONENT documentation)
+install(
+    DIRECTORY "${PROJECT_SOURCE_DIR}/docs"
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+    COMPONENT documentation)
 # What an application developer copies from.
 if(KESTRO_BUILD_PLANNER)
     install(
         DIRECTORY "${PROJECT_SOURCE_DIR}/examples"
         DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+        COMPONENT documentation
         PATTERN build-and-run EXCLUDE)
 endif()
