@@ -51,3 +51,7 @@ if(KESTRO_BUILD_PLANNER)
         COMPONENT documentation
         PATTERN build-and-run EXCLUDE)
 endif()
+
+if(KESTRO_PACKAGES)
+    include(KestroPackages)
+endif()
