@@ -21,8 +21,8 @@ extern "C" {
 #include "cli/Failure.h"
 #include "cli/PlanCommands.h"
 #include "cli/PresetFile.h"
-#include "report/Catalogue.h"
 #include "report/FitReport.h"
+#include "report/HelperReport.h"
 #include "report/Report.h"
 #include "report/Text.h"
 

@@ -10,9 +10,9 @@ namespace {
 
 using Kestro::Conf::IPreset;
 
-class Catalogue : public Shell {};
+class HelperReport : public Shell {};
 
-TEST_F(Catalogue, ListsEveryHelperOfTheRegistry) {
+TEST_F(HelperReport, ListsEveryHelperOfTheRegistry) {
     Json all = Report("list");
     for (const auto& [kind, type] :
          {std::pair("formats", IPreset::KEY_FORMAT), std::pair("audio", IPreset::KEY_FILTER_AUDIO_CODEC),
@@ -30,7 +30,7 @@ TEST_F(Catalogue, ListsEveryHelperOfTheRegistry) {
 }
 
 // A sample, the library's own tests walk through all. No line is wider than the terminal unless one word is.
-TEST_F(Catalogue, ShowsHelpersOfEveryKind) {
+TEST_F(HelperReport, ShowsHelpersOfEveryKind) {
     EXPECT_EQ(Run(R"(export COLUMNS=60; for kind in format audio video filter; do
         for name in $(datahelpers list $kind | awk "NR > 1 && ($(expr $kind = filter) || NR % 12 == 0) {print \$1}"); do
             datahelpers show $kind $name && datahelpers show $kind $name --auto --json >&2 || printf '%60s fails\n' $name
@@ -40,7 +40,7 @@ TEST_F(Catalogue, ShowsHelpersOfEveryKind) {
               "");
 }
 
-TEST_F(Catalogue, AnswersOrExplainsWrongUsage) {
+TEST_F(HelperReport, AnswersOrExplainsWrongUsage) {
     const Table<3> rows = {
         {"0", "list formats", "  m4b         muxer ipod, audio aac, video mjpeg\n"},
         {"0", "list video", "  hevc        encoder libx265\n"},
@@ -95,7 +95,7 @@ TEST_F(Catalogue, AnswersOrExplainsWrongUsage) {
     }
 }
 
-TEST_F(Catalogue, ReportsInTheDocumentedShape) {
+TEST_F(HelperReport, ReportsInTheDocumentedShape) {
     EXPECT_EQ(Report("show filter AudioVolume"), Json::parse(R"({"command": "show", "status": 0, "kind": "filter",
         "name": "AudioVolume", "auto": false, "defaults": {"AudioVolume": {"VolumePercent": 100}}, "filters": [],
         "constraints": [{"path": "VolumePercent", "label": "Volume", "unit": "%",

@@ -1,4 +1,4 @@
-#include "report/Catalogue.h"
+#include "report/HelperReport.h"
 
 #include <algorithm>
 #include <ostream>
