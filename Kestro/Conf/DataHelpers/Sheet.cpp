@@ -88,12 +88,7 @@ struct ConstraintMaker {
         }
         return (*this)(SampleFormatList{formats});
     }
-    ConstraintPtr operator()(const FrameSizes& list) const {
-        SizeConstraints::Sizes sizes;
-        sizes.reserve(list.values.size());
-        for (const FrameSize& size : list.values) sizes.emplace_back(size.width, size.height);
-        return new SizeConstraints(std::move(sizes));
-    }
+    ConstraintPtr operator()(const FrameSizes& list) const { return SizeConstraints::Create(list.values); }
     ConstraintPtr operator()(EvenSize) const {
         return ConstraintMethod::CreateEven(IPropertyConstraint::DESCRIPTION_ID_EVEN_SIZE);
     }

@@ -6,15 +6,19 @@
 
 namespace Kestro::Conf {
 
-SizeConstraints::SizeConstraints(Sizes sizes) : sizes_(std::move(sizes)) {}
+boost::intrusive_ptr<IPropertyConstraint> SizeConstraints::Create(std::span<const FrameSize> sizes) {
+    return new SizeConstraints(sizes);
+}
+
+SizeConstraints::SizeConstraints(std::span<const FrameSize> sizes) : sizes_(sizes.begin(), sizes.end()) {}
 
 void SizeConstraints::FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const {
     IConstraintConsumer& to = Consumer(consumer, "SizeConstraints");
-    for (const auto& [width, height] : sizes_) {
+    for (const FrameSize& entry : sizes_) {
         Core::Property size(Proc::IResize::FRAME_SIZE_MODE);
-        size.SetChild(IFormatCodecVideo::TAG_WIDTH, width);
-        size.SetChild(IFormatCodecVideo::TAG_HEIGHT, height);
-        to.AddValue(std::to_string(width) + " x " + std::to_string(height), size);
+        size.SetChild(IFormatCodecVideo::TAG_WIDTH, entry.width);
+        size.SetChild(IFormatCodecVideo::TAG_HEIGHT, entry.height);
+        to.AddValue(std::to_string(entry.width) + " x " + std::to_string(entry.height), size);
     }
     to.EndValues();
 }

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <cstdint>
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+#include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "Kestro/Conf/FrameSize.h"
 #include "Kestro/Conf/IPropertyConstraint.h"
 #include "Kestro/RefCounted.h"
 
@@ -14,10 +15,7 @@ namespace Kestro::Conf {
 /// IResize::FRAME_SIZE_CUSTOM, with the width and height of one of the sizes.
 class SizeConstraints final : public RefCounted<IPropertyConstraint> {
 public:
-    /// (width, height) in pixels
-    using Sizes = std::vector<std::pair<int64_t, int64_t>>;
-
-    explicit SizeConstraints(Sizes sizes);
+    KESTRO_DATAHELPERS_API static boost::intrusive_ptr<IPropertyConstraint> Create(std::span<const FrameSize> sizes);
 
     /// Each size as "1280 x 720" and a node with width and height.
     void FillValueList(const boost::intrusive_ptr<IConstraintConsumer>& consumer) const override;
@@ -29,7 +27,9 @@ public:
     std::string GetDescription(const std::string& settingName) const override;
 
 private:
-    Sizes sizes_;
+    explicit SizeConstraints(std::span<const FrameSize> sizes);
+
+    std::vector<FrameSize> sizes_;
 };
 
 }  // namespace Kestro::Conf
