@@ -7,7 +7,6 @@
 #include "Kestro/Conf/DataHelpers/FormatFacts.h"
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
-#include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/FFWrapper/EncoderTakesPixelFormat.h"
 #include "Kestro/FFWrapper/MuxerNameFromFormatName.h"
@@ -130,16 +129,6 @@ constexpr MuxerRule kRules[] = {
     {.muxer = "webm", .alsoStores = kWebm},
 };
 
-/// Containers without a muxer of their own. FFmpeg looks through all of its muxers before it says so.
-const std::string* const kWithoutMuxer[] = {
-    &IFormatFile::FORMAT_M4B, &IFormatFile::FORMAT_M4R,   &IFormatFile::FORMAT_F4A,      &IFormatFile::FORMAT_MKA,
-    &IFormatFile::FORMAT_SSA, &IFormatFile::FORMAT_BMP,   &IFormatFile::FORMAT_PNG,      &IFormatFile::FORMAT_TIFF,
-    &IFormatFile::FORMAT_DPX, &IFormatFile::FORMAT_PBM,   &IFormatFile::FORMAT_JPEG2000, &IFormatFile::FORMAT_JPEGLS,
-    &IFormatFile::FORMAT_PCX, &IFormatFile::FORMAT_PGM,   &IFormatFile::FORMAT_PGMYUV,   &IFormatFile::FORMAT_PPM,
-    &IFormatFile::FORMAT_PAM, &IFormatFile::FORMAT_TARGA, &IFormatFile::FORMAT_XBM,      &IFormatFile::FORMAT_SGI,
-    &IFormatFile::FORMAT_XWD,
-};
-
 using Muxers = std::unordered_map<std::string_view, Muxer>;
 
 Muxers MakeMuxers() {
@@ -156,7 +145,6 @@ Muxers MakeMuxers() {
         const auto muxer = muxers.find(rule.muxer);
         if (muxer != muxers.end() && AV_VERSION_MAJOR(avformat_version()) >= rule.since) muxer->second.rule = &rule;
     }
-    for (const std::string* name : kWithoutMuxer) muxers.try_emplace(*name);
     return muxers;
 }
 
@@ -219,13 +207,13 @@ bool IsWithinLimits(const MuxerRule& rule, AVCodecID id, const IFormatCodec& cod
 Muxer FindMuxer(const std::string& container) {
     const std::string& name = FFWrapper::MuxerNameFromFormatName(container);
     const Muxers& muxers = TheMuxers();
-    const auto known = muxers.find(name);
-    if (known != muxers.end()) return known->second;
-    // Written otherwise, or registered since they were listed.
-    const AVOutputFormat* format = av_guess_format(name.c_str(), nullptr, nullptr);
-    if (format == nullptr) return {};
-    const auto own = muxers.find(std::string_view(format->name));
-    return own != muxers.end() ? own->second : Muxer{format};
+    if (const auto known = muxers.find(name); known != muxers.end()) return known->second;
+    // FFmpeg finds a muxer whatever the case of its letters, and none has great ones.
+    std::string lowered = name;
+    std::ranges::transform(lowered, lowered.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
+    const auto known = muxers.find(lowered);
+    return known != muxers.end() ? known->second : Muxer{};
 }
 
 bool Stores(const Muxer& muxer, AVCodecID id, const IFormatCodec& codec) {
