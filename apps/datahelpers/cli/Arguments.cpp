@@ -66,6 +66,30 @@ void TakeFiles(Arguments& arguments) {
     }
 }
 
+void AddProveOptions(CLI::App& command, ProveOptions& options) {
+    command
+        .add_option("-o,--output", options.file,
+                    "Append each row to this file as it is done; what is in it already is not done again")
+        ->type_name("FILE");
+    command.add_option("--jobs", options.jobs, "So many rows at once; without it as many as there are cores")
+        ->type_name("N")
+        ->check(CLI::Range(1, 256));
+    command.add_option("--timeout", options.timeout, "The longest that a row may take, in seconds")
+        ->type_name("S")
+        ->check(CLI::Range(1, 3600))
+        ->capture_default_str();
+    command.add_flag("--sample", options.isSample, "A few rows that touch every container, encoder and filter");
+    command.add_option("--only", options.only, "Rows whose name has this text. May be repeated")
+        ->type_name("TEXT")
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
+    command
+        .add_option("--against", options.against,
+                    "Proof files: fail where something that the one of this generation of FFmpeg calls proven is not")
+        ->type_name("FILE...");
+}
+
 }  // namespace
 
 bool AsksForJson(int count, const char* const* values) {
@@ -141,7 +165,10 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     convert->add_flag("--quiet", arguments.isQuiet, "Say nothing but what went wrong");
     convert->add_flag("--sequence", arguments.isSequence, "All pictures of the input, into the new folder OUTPUT");
 
-    for (CLI::App* command : {list, show, fits, check, plan, convert}) {
+    CLI::App* prove = app.add_subcommand("prove", "Convert a short clip into everything that is offered, and look at it");
+    AddProveOptions(*prove, arguments.prove);
+
+    for (CLI::App* command : {list, show, fits, check, plan, convert, prove}) {
         command->add_flag("--json", arguments.json, "Report in JSON on standard output");
     }
 
@@ -185,6 +212,8 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     } else if (check->parsed()) {
         arguments.command = Command::Check;
         arguments.plan.presetFile = FindPreset(arguments.plan.presetFile);
+    } else if (prove->parsed()) {
+        arguments.command = Command::Prove;
     } else {
         arguments.command = plan->parsed() ? Command::Plan : Command::Convert;
         if (convert->parsed()) TakeFiles(arguments);

@@ -10,11 +10,13 @@
 #include "Kestro/Planner/Helpers.h"
 #include "Kestro/Planner/Problem.h"
 
+#include "prove/ProveOptions.h"
+
 namespace App {
 
 namespace Planner = Kestro::Planner;
 
-enum class Command { List, Show, Fits, Check, Plan, Convert };
+enum class Command { List, Show, Fits, Check, Plan, Convert, Prove };
 
 /// In place of a file's name: standard input or output.
 inline constexpr const char* kStandardStream = "-";
@@ -61,6 +63,7 @@ struct Arguments {
     bool isQuiet = false;                       ///< convert
     bool listsPresets = false;                  ///< list: the presets, too
     bool isSequence = false;                    ///< convert
+    ProveOptions prove;                         ///< prove
 };
 
 /// Whether the command line asks for JSON; also of one that cannot be understood.

@@ -21,6 +21,7 @@ extern "C" {
 #include "cli/Failure.h"
 #include "cli/PlanCommands.h"
 #include "cli/PresetFile.h"
+#include "prove/ProveCommand.h"
 #include "report/FitReport.h"
 #include "report/HelperReport.h"
 #include "report/Report.h"
@@ -123,6 +124,8 @@ Outcome Run(const Arguments& arguments) {
             return CheckPreset(arguments);
         case Command::Plan:
             return PlanOnly(arguments);
+        case Command::Prove:
+            return ProveOffers(arguments.prove, arguments.json);
         case Command::Convert:
             break;
     }
