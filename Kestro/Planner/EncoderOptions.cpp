@@ -139,7 +139,7 @@ void AddPass(const PlannedStream& stream, const EncoderRecord& encoder, int pass
     }
 }
 
-/// An encoder without a row is taken for the usual one of its codec in all but its name for quality and passes.
+/// An encoder without a row has the pixel formats and profiles of its codec's best one, and no scale of quality.
 EncoderRecord RecordOf(const PlannedStream& stream) {
     if (const EncoderRecord* own = EncoderRecord::Find(stream.encoder)) return *own;
     EncoderRecord record{.codecId = stream.codecId, .name = stream.encoder.c_str()};
@@ -158,7 +158,7 @@ bool IsTwoPass(const Property& codec) {
 }
 
 bool IsByQuality(const Property& codec, const EncoderRecord* encoder) {
-    // The preset's own bitrate, and the one that two passes share out, are asked for as such.
+    // Where a variable bitrate is to keep its mean, or two passes share it out, the bitrate decides.
     return encoder != nullptr && encoder->quality != nullptr && Integer(codec, IFormatCodec::TAG_QUALITY) &&
            TextAt(codec, IFormatCodec::TAG_BITRATE_MODE) == IFormatCodec::TAG_BITRATE_MODE_VBR && !IsTwoPass(codec) &&
            !Flag(codec, Below(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE, IFormatCodecVideo::TAG_APPROVED_VBR_MODE_ONLY));

@@ -35,11 +35,11 @@ KESTRO_PLANNER_API bool IsTwoPass(const Plan& plan);
 /// Whether a run leaves something for a later one, in the work folder.
 KESTRO_PLANNER_API bool NeedsWorkFolder(const Plan& plan);
 
-/// The runs of ffmpeg that make the plan's output, in order: one, or two where IsTwoPass; before them those, soon done,
-/// that take out a picture which is put in again as a file. For a program that watches,
-/// progress is written to standard output as FFmpeg's `-progress` has it, every line of an error or of another message
-/// bears its level
-/// ("[error]"), and where the input leads to other files they are named as they are opened. Throws NotAcceptable
+/// The runs of ffmpeg that make the plan's output, in order: one over the input, or two where IsTwoPass; before those,
+/// short ones that take out the covers which the output has as attached files.
+///
+/// For a program that watches, progress goes to standard output as FFmpeg's `-progress` has it, every message bears its
+/// level ("[error]"), and where the input leads to other files ffmpeg names them as it opens them. Throws NotAcceptable
 /// (InvalidPlan) for a plan whose settings are not those of a plan, or hold texts that the vocabulary does not know.
 KESTRO_PLANNER_API std::vector<Command> FfmpegCommands(const Plan& plan, const std::string& output,
                                                        const CommandOptions& options = {});

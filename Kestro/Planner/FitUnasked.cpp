@@ -53,7 +53,7 @@ void FitFrameSize(StreamSettings& settings, const Requirement& requirement, cons
         return;
     }
     const FrameSize before = SizeOf(settings.Codec());
-    // First those at which the frame rate may stay, then the nearest.
+    // Sizes at which the frame rate may stay come first, and of those the nearest.
     const auto changesRate = [&](const FrameSize& size) {
         StreamSettings other = settings;
         other.Set(widthTag, Property({}, size.width), Origin::Filter);

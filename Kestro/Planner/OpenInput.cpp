@@ -23,7 +23,7 @@ namespace {
 
 constexpr const char* kOnlyFiles = "file";
 
-/// Options for FFmpeg; goes with what was not taken of them.
+/// A dictionary of options for FFmpeg, which takes out those that it knows; freed with the rest.
 class Options {
 public:
     Options() { av_dict_set(&dictionary_, "protocol_whitelist", kOnlyFiles, 0); }
@@ -57,13 +57,13 @@ std::string PlainName(const std::string& path) {
 
 int OpenInput::OpenOnlyInput(AVFormatContext* context, AVIOContext** file, const char* url, int flags,
                              AVDictionary** options) {
-    // A demuxer's own contexts may have this function without what stands behind it.
+    // A demuxer that opens contexts of its own hands on this function, but not always `opaque`.
     auto* input = static_cast<OpenInput*>(context->opaque);
     if (input == nullptr) return AVERROR(EPERM);
     if (input->IsInput(url) && (flags & AVIO_FLAG_WRITE) == 0) {
         return input->openFile_(context, file, url, flags, options);
     }
-    // One that only looks whether there is more finds none.
+    // A demuxer that only looks for companion files is told that there are none.
     const std::string_view name = url;
     const char* path = name.starts_with("file:") ? url + 5 : url;
     if (name.find("://") == std::string_view::npos && access(path, F_OK) != 0) return AVERROR(ENOENT);
@@ -162,7 +162,7 @@ OpenInput::OpenInput(const std::string& path, const ProbeOptions& options)
     }
     ThrowOf(avformat_open_input(&context, url_.c_str(), demuxer, chosen.Get()));
     context_.reset(context);
-    // A playlist that is written on has no end to convert to.
+    // A live playlist never ends, and so would its conversion.
     if (options.followReferences && (context->ctx_flags & AVFMTCTX_UNSEEKABLE) != 0) {
         ThrowUnreadable("it is a live playlist, without an end");
     }

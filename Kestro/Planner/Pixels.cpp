@@ -22,7 +22,8 @@ constexpr int64_t kUsualDepth = 8;
 
 std::string ProfilePath() { return Below(IFormatCodec::TAG_CODEC_OPTIONS_ENCODE, IFormatCodec::TAG_PROFILE); }
 
-/// A television picture: the output keeps the fields of a source that has its lines and rate.
+/// Whether the fields of the source are kept without being asked for: the output is a picture for television, of as
+/// many lines and at the same rate.
 bool HasFields(const PresetStream& wanted, const MediaStream& source, const Property& format, const Property& codec) {
     const bool isDisc = Conf::DiscRecord::Find(format) != nullptr;
     const bool isTelevision = (isDisc && wanted.codecId == IFormatCodecVideo::CODEC_ID_MPEG2VIDEO) ||

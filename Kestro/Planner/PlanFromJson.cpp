@@ -153,7 +153,7 @@ Property OfSource(StreamType type) {
     return node;
 }
 
-/// Sizes that can be calculated with.
+/// Sizes whose products do not overflow.
 void CheckPicture(const PlannedStream& stream, const Property& codec) {
     constexpr int64_t kMost = 1 << 16;
     const auto check = [](int64_t value) {
@@ -207,7 +207,7 @@ void ReadTypes(Plan& plan) {
 }  // namespace
 
 Plan PlanFromJson(const std::string& text) {
-    // An object takes longer to build with every member, and a depth without limit to take apart.
+    // Building an object takes quadratic time, and taking apart a deep one exhausts the stack.
     std::size_t values = 0;
     const auto limit = [&values](int depth, Json::parse_event_t, const Json&) {
         constexpr std::size_t kMost = 1 << 13;

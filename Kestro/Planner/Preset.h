@@ -15,9 +15,10 @@ namespace Kestro::Planner {
 /// is told by Check and MakePlan, all at once, so changes may come in any order.
 ///
 ///     Format { Container, ... }
-///     Streams { 0 { TypeId, codec node, filter nodes, Tracks }, 1 { ... } }   left out: the container's default
-///     streams
-///     Size                                                                    left out: as large as it comes to
+///     Streams { 0 { TypeId, codec node, filter nodes, Tracks }, 1 { ... } }
+///     Size
+///
+/// Without Streams the container's default ones are meant, without Size there is no limit.
 ///
 /// Paths are those of the tree, `/` between the names; a stream is named by its number or, the first of its type, as
 /// `TypeId=video`: `Streams/TypeId=video/VideoCodec/BitRate`.

@@ -197,8 +197,8 @@ void AddInstalledEncoderRequirements(const std::string& encoderName, const Prope
     for (const int rate : capabilities->sampleRates) rates.emplace_back(std::to_string(rate), rate);
     add(resampler, IFormatCodecAudio::TAG_SAMPLE_RATE, rates);
 
-    // A set of texts is corrected to its first one: the formats stand in the encoder's order of preference, but for the
-    // one that has the same samples in another arrangement.
+    // A set of texts corrects to its first entry. That is the given format in its other arrangement (planar or packed)
+    // where the encoder has it, else the format that the encoder prefers.
     const auto given = SampleFmtRecord::Find(TextAt(codec, IFormatCodecAudio::TAG_SAMPLE_FORMAT));
     ConstraintSet::Named<std::string> formats;
     for (const auto code : capabilities->sampleFormats) {

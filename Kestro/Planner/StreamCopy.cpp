@@ -28,7 +28,7 @@ using Core::Property;
 
 /// Whether the muxer stores the stream: under the tag that it has in the input, or under one of the muxer's choice.
 bool IsStored(const Plan& plan, const PresetStream& wanted, const MediaStream& source, const Property& codec) {
-    // That it reads back, too, is told without the mark of a copy.
+    // Without the mark of a copy, the library also tells whether FFmpeg reads such a file back.
     const bool isReadBack = MuxerTakes(plan.muxer, codec);
     if (WantsCover(wanted) || !isReadBack) return isReadBack;
     Property copied = codec;
@@ -45,7 +45,7 @@ bool IsStored(const Plan& plan, const PresetStream& wanted, const MediaStream& s
 
 bool MayBeCopied(const PresetStream& wanted) {
     if (wanted.isCopy || !wanted.isOpen) return wanted.isCopy;
-    // What says which stream it is asks for nothing.
+    // These settings say which stream is meant; any other asks for something that only an encoder gives.
     for (const Property& child : wanted.settings) {
         if (child.Name() == IPreset::KEY_TYPE_ID) continue;
         if (child.Name() != wanted.kind->codecKey) return false;

@@ -10,8 +10,8 @@ namespace Kestro::Planner {
 void CollectFilters(const PresetStream& stream, const Conf::IDataHelper& encoder, StreamSettings& settings,
                     Requirements& requirements);
 
-/// Throws NotAcceptable (ValueNotAccepted) for what is asked of a filter that takes no such value. What filters require
-/// by rules they keep themselves: sizes, for one, are made even.
+/// Throws NotAcceptable (ValueNotAccepted) for a value that its filter does not take. What a filter asks for by a rule
+/// is not refused: ApplyFilters follows it, as by making a size even.
 void CheckFilters(const Requirements& requirements, StreamSettings& settings);
 
 /// Lets the filters bring the source's values to what is asked of them.

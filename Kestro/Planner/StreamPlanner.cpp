@@ -122,7 +122,7 @@ void StreamPlanner::Correct(const Conf::IDataHelper& helper, Origin origin, cons
     } catch (const Exception& exception) {
         RefuseUncorrectable(exception, tree);
     }
-    // The container's lists name the input's own rate by its mark, and may correct to it.
+    // A container's list of rates may have "as the source" as an entry, and correct to that.
     const std::string& fps = IFormatCodecVideo::TAG_FPS;
     if (node.ChildExists(fps) && Proc::IsSourceValue(fps, node[fps])) {
         const bool isKnown = source_.fps > Property::Ratio(0);

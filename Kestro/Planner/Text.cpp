@@ -100,7 +100,7 @@ std::string RatioText(const boost::rational<int64_t>& ratio) {
 }
 
 std::string Nearest(std::string_view name, std::span<const std::string> candidates) {
-    // What somebody typed, not what somebody sent.
+    // The comparison takes quadratic time; nobody types a longer name.
     constexpr std::size_t kLongestName = 64;
     if (name.size() > kLongestName) return {};
     const std::string* nearest = nullptr;

@@ -43,7 +43,7 @@ const Planner::HelperKind& ReadKind(const std::string& word) {
                             .allowed = names});
 }
 
-/// Which of the files that convert is given is what.
+/// Tells input and output apart among the files that convert is given.
 void TakeFiles(Arguments& arguments) {
     std::vector<std::string>& files = arguments.inputs;
     if (!arguments.into.empty()) {
@@ -165,7 +165,8 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     convert->add_flag("--quiet", arguments.isQuiet, "Say nothing but what went wrong");
     convert->add_flag("--sequence", arguments.isSequence, "All pictures of the input, into the new folder OUTPUT");
 
-    CLI::App* prove = app.add_subcommand("prove", "Convert a short clip into everything that is offered, and look at it");
+    CLI::App* prove =
+        app.add_subcommand("prove", "Convert a short clip into everything that is offered, and look at it");
     AddProveOptions(*prove, arguments.prove);
 
     for (CLI::App* command : {list, show, fits, check, plan, convert, prove}) {

@@ -27,7 +27,7 @@ namespace {
 
 using Planner::Printable;
 
-/// One of many.
+/// One file of a batch, and how far it is.
 struct Item {
     std::string input;
     std::string output;

@@ -31,7 +31,7 @@
 namespace App {
 namespace {
 
-/// Whether two files are alike as far as a plan goes.
+/// Whether a plan that was made for the one can be carried out on the other.
 bool IsAlike(const Planner::MediaInfo& one, const Planner::MediaInfo& other) {
     const auto isAlike = [](const Planner::MediaStream& a, const Planner::MediaStream& b) {
         return a.type == b.type && a.codec == b.codec && a.isCover == b.isCover && a.width == b.width &&
@@ -40,7 +40,7 @@ bool IsAlike(const Planner::MediaInfo& one, const Planner::MediaInfo& other) {
     return one.demuxer == other.demuxer && std::ranges::equal(one.streams, other.streams, isAlike);
 }
 
-/// The input, and where it is for the time being.
+/// The input: a file, or standard input kept in a temporary one while this lives.
 class Source {
 public:
     Planner::MediaInfo Probe(const PlanOptions& options) {
@@ -50,7 +50,7 @@ public:
         how.name = "standard input";
         return Planner::Probe(spool_->Path(), how);
     }
-    /// Empty: where the plan says.
+    /// Of the temporary file; empty where there is none.
     std::string Path() const { return spool_ ? spool_->Path() : std::string(); }
 
 private:

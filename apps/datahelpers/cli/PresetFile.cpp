@@ -45,7 +45,7 @@ std::vector<std::filesystem::path> PresetFolders() {
         const char* value = std::getenv(name);
         return std::filesystem::path(value != nullptr ? value : "");
     };
-    // Of the variables for base directories, what is no absolute path counts for nothing (XDG).
+    // Relative paths in these variables are to be ignored (XDG Base Directory Specification).
     std::filesystem::path configuration = variable("XDG_CONFIG_HOME");
     if (!configuration.is_absolute()) configuration = variable("HOME") / ".config";
     if (configuration.is_absolute()) folders.push_back(configuration / "datahelpers/presets");

@@ -142,7 +142,8 @@ int Finish(const Arguments& arguments) {
     return static_cast<int>(outcome.status);
 }
 
-/// Where one was closed, the next file that is opened would take its number, and our words with it.
+/// A program may be started with standard streams closed: the next file that it opens would take the number of one, and
+/// get what is printed.
 void OpenStandardStreams() {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", O_RDWR) < 0) std::_Exit(1);

@@ -107,7 +107,7 @@ void TellSize(const Plan& plan, const Plan& tried, Conversion& conversion) {
     }
 }
 
-/// Makes the output as a temporary file, and lets in the signals that came meanwhile.
+/// Converts into the temporary file. output: what it is called in messages. Ends by heeding the signals that came.
 Conversion Make(const Plan& plan, const std::string& temporary, const std::string& output, SignalGuard& signals,
                 const ConvertOptions& options) {
     std::optional<TemporaryDirectory> work;

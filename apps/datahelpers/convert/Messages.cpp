@@ -52,7 +52,7 @@ void Messages::Read(std::string_view line) {
     if (level != nullptr) text.erase(text.find(level->tag), level->tag.size());
     text = Kestro::Planner::Printable(text);
     Keep(last_, text);
-    // A step back in time is mended by the muxer that tells of it.
+    // The muxer that complains of timestamps which go back mends them itself.
     if (level != nullptr && text.find("monoton") == std::string::npos) Keep(errors_, text);
 }
 

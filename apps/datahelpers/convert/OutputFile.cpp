@@ -54,7 +54,8 @@ std::string RandomName() {
     return name + ".part";
 }
 
-/// Whose file it is, and who may use it: as before. What makes a program run as somebody else is not for new content.
+/// Gives the file the owner and the rights of the one that it replaces, but not its setuid and setgid bits: those were
+/// granted to other content.
 void TakeAccess(int file, const struct stat& existing) {
     mode_t mode = existing.st_mode & 0777;
     // The group's rights are for that group alone.
@@ -120,7 +121,7 @@ OutputFile::OutputFile(const std::string& path, bool overwrite) : path_(RealPath
 }
 
 OutputFile::~OutputFile() {
-    // Whatever has become of it.
+    // Nothing can be done where that fails.
     std::error_code none;
     if (!temporary_.empty()) std::filesystem::remove_all(temporary_, none);
 }
@@ -128,7 +129,7 @@ OutputFile::~OutputFile() {
 void OutputFile::Commit() {
     const auto fail = [this] { ThrowUnwritable(path_, std::strerror(errno), ExitStatus::ConversionFailed); };
     if (!Sync(temporary_, O_RDWR)) fail();
-    // Some file systems cannot tell whether there is one already.
+    // Some file systems know no RENAME_NOREPLACE.
     const unsigned flags = overwrite_ ? 0 : RENAME_NOREPLACE;
     int renamed = renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, path_.c_str(), flags);
     if (renamed != 0 && errno == EINVAL) renamed = std::rename(temporary_.c_str(), path_.c_str());
@@ -166,7 +167,7 @@ TemporaryDirectory::TemporaryDirectory() {
     if (mkdtemp(path_.data()) == nullptr) {
         ThrowUnwritable(path_, std::strerror(errno), ExitStatus::ConversionFailed);
     }
-    // The child may run elsewhere.
+    // A child may have another working directory.
     std::error_code none;
     const auto absolute = std::filesystem::absolute(path_, none);
     if (!none) path_ = absolute.string();

@@ -23,7 +23,8 @@ extern "C" void NoteSignal(int signal) {
     }
 }
 
-// All that end a process and are no fault of its own; those of real time join them.
+// The signals that end a process by default and are no fault of its own; the real-time ones are added where they are
+// used.
 constexpr std::array kEndingSignals{SIGINT,  SIGTERM, SIGHUP,    SIGQUIT, SIGALRM, SIGUSR1,  SIGUSR2,
                                     SIGXCPU, SIGPROF, SIGVTALRM, SIGPOLL, SIGPWR,  SIGSTKFLT};
 
@@ -79,7 +80,7 @@ void SignalGuard::Note(int signal) {
 
 SignalGuard::~SignalGuard() {
     const timespec now{};
-    ppoll(nullptr, 0, &now, &before_);  // What came meanwhile has been heeded enough.
+    ppoll(nullptr, 0, &now, &before_);  // takes signals that still wait while they are only noted
     for (const auto& [signal, action] : actions_) sigaction(signal, &action, nullptr);
     sigprocmask(SIG_SETMASK, &before_, nullptr);
 }

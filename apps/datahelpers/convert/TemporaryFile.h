@@ -9,16 +9,16 @@ namespace App {
 /// A file without a name in $TMPDIR, for this user alone: it goes with the program, however that ends.
 class TemporaryFile {
 public:
-    /// Empty. Throws Failure (ConversionFailed).
+    /// An empty file. Throws Failure (ConversionFailed).
     TemporaryFile();
 
-    /// What comes by standard input, to its end. Throws Failure (WrongUsage) where that is a terminal, and
+    /// A copy of standard input, read to its end. Throws Failure (WrongUsage) where that is a terminal, and
     /// (ConversionFailed).
     static TemporaryFile OfStandardInput();
 
-    /// By which programs that this one starts open it, too, as long as it lives.
+    /// A name by which this program and its children can open the file while this lives.
     std::string Path() const;
-    /// All of it. Throws Failure (ConversionFailed) when nobody takes it.
+    /// Copies the whole file there. Throws Failure (ConversionFailed) when that cannot be written.
     void SendToStandardOutput() const;
 
 private:

@@ -201,7 +201,7 @@ void PrintOpened(std::ostream& out, const std::vector<std::string>& names) {
 }
 
 void Print(std::ostream& out, const Complaint& complaint, std::size_t width) {
-    // Lines of their own stay so: they are the words of others.
+    // ffmpeg's own lines are kept as they are.
     const std::size_t end = complaint.message.find('\n');
     const std::string prefix = "datahelpers: ";
     out << prefix << Wrapped(Printable(complaint.message.substr(0, end)), prefix.size(), 2, width);

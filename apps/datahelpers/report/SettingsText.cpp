@@ -13,7 +13,7 @@ namespace App {
 using Kestro::Core::Property;
 
 void PrintTree(std::ostream& out, const Property& node, std::size_t indent) {
-    // Where the bitrate holds, no quality does.
+    // Under a constant bitrate the quality has no effect.
     using Kestro::Conf::IFormatCodec;
     const Property* mode = node.FindByPath(IFormatCodec::TAG_BITRATE_MODE);
     const bool hidesQuality = mode != nullptr && mode->Count() == 0 &&

@@ -37,7 +37,7 @@ constexpr QualityScale kVorbis{.option = "q", .worst = -1, .best = 10};
 // LAME's V9 to V0.
 constexpr QualityScale kMp3{.option = "q", .worst = 9, .best = 0};
 
-// What players of these codecs show.
+// The one pixel format that players of these codecs show.
 constexpr PixelFormatOf kAlways420[] = {{.name = "yuv420p"}};
 constexpr PixelFormatOf kX26xPixels[] = {
     {.profile = &Video::TAG_X264_PROFILE_HIGH10, .name = "yuv420p10le"},
