@@ -76,8 +76,11 @@ std::string MuxerName(const std::string& container) {
 }
 
 std::string MuxerName(const Core::Property& format) {
+    std::string muxer = MuxerName(format[IFormatFile::TAG_CONTAINER].GetString());
     const Core::Property* psp = format.FindByPath(IFormatFile::TAG_PSP_MODE);
-    return psp != nullptr && psp->GetBool() ? kPspMuxer : MuxerName(format[IFormatFile::TAG_CONTAINER].GetString());
+    // The console plays MP4; other containers that have the flag stay what they are.
+    const bool isMp4 = muxer == IFormatFile::FORMAT_MP4 || muxer == IFormatFile::FORMAT_IPOD;
+    return isMp4 && psp != nullptr && psp->GetBool() ? kPspMuxer : muxer;
 }
 
 bool MuxerExists(const std::string& muxer) { return av_guess_format(muxer.c_str(), nullptr, nullptr) != nullptr; }
