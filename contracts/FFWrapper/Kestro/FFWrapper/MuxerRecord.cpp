@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 
 #include "Kestro/Conf/IFormatCodecVideo.h"
 
@@ -48,19 +49,27 @@ constexpr MuxerRecord kRecords[] = {
 };
 constexpr MuxerRecord kOther{.name = ""};
 
+constexpr const char* kAvi[] = {"avi"};
+constexpr const char* kMxf[] = {"mxf"};
+constexpr const char* kProgramStreams[] = {"mpeg", "vob", "dvd", "svcd", "vcd"};
+constexpr const char* kMpegStreams[] = {"mpeg", "vob", "dvd", "svcd", "vcd", "mpegts"};
+constexpr const char* kWithHeaders[] = {"mp4", "mov", "ipod", "matroska"};
+
 struct FilterRow {
-    const char* muxer;
+    std::span<const char* const> muxers;
     const std::string& codecId;
     const char* filter;
 };
 constexpr FilterRow kFilters[] = {
-    {"avi", Conf::IFormatCodecVideo::CODEC_ID_H264, "h264_mp4toannexb"},
-    {"avi", Conf::IFormatCodecVideo::CODEC_ID_H265, "hevc_mp4toannexb"},
+    {kAvi, Conf::IFormatCodecVideo::CODEC_ID_H264, "h264_mp4toannexb"},
+    {kAvi, Conf::IFormatCodecVideo::CODEC_ID_H265, "hevc_mp4toannexb"},
+    {kMxf, Conf::IFormatCodecVideo::CODEC_ID_H264, "h264_mp4toannexb"},
+    {kProgramStreams, Conf::IFormatCodecVideo::CODEC_ID_H264, "h264_mp4toannexb"},
+    {kProgramStreams, Conf::IFormatCodecVideo::CODEC_ID_H265, "hevc_mp4toannexb"},
     // AVI packs two frames into one where frames come before those that they refer to.
-    {"mp4", Conf::IFormatCodecVideo::CODEC_ID_MPEG4, "mpeg4_unpack_bframes"},
-    {"mov", Conf::IFormatCodecVideo::CODEC_ID_MPEG4, "mpeg4_unpack_bframes"},
-    {"ipod", Conf::IFormatCodecVideo::CODEC_ID_MPEG4, "mpeg4_unpack_bframes"},
-    {"matroska", Conf::IFormatCodecVideo::CODEC_ID_MPEG4, "mpeg4_unpack_bframes"},
+    {kWithHeaders, Conf::IFormatCodecVideo::CODEC_ID_MPEG4, "mpeg4_unpack_bframes"},
+    // They have no header for what tells how to decode it.
+    {kMpegStreams, Conf::IFormatCodecVideo::CODEC_ID_MPEG4, "mpeg4_unpack_bframes,dump_extra"},
 };
 
 // Where a language has a code by its English name and one by its own, QuickTime's list has the first or the second.
@@ -83,8 +92,9 @@ std::string LanguageFor(const std::string& muxer, const std::string& language) {
 }
 
 std::string BitstreamFilter(const std::string& muxer, const std::string& codecId) {
-    const auto* row = std::ranges::find_if(
-        kFilters, [&](const FilterRow& filter) { return muxer == filter.muxer && codecId == filter.codecId; });
+    const auto* row = std::ranges::find_if(kFilters, [&](const FilterRow& filter) {
+        return codecId == filter.codecId && std::ranges::find(filter.muxers, muxer) != filter.muxers.end();
+    });
     return row != std::end(kFilters) ? row->filter : std::string();
 }
 
