@@ -41,6 +41,10 @@ Command InputArguments(const Plan& plan, const CommandOptions& options) {
     // Nothing of what the file may ask for: no network, no other demuxer than the one that the input was seen with.
     arguments.insert(arguments.end(),
                      {"-protocol_whitelist", "file", "-f", FFWrapper::DemuxerOption(plan.input.demuxer)});
+    // Some files tell when a frame is decoded, but not when it is shown, and a copy is to tell that.
+    if (!FFWrapper::MuxerRecord::Find(plan.input.demuxer).hasTimestamps) {
+        arguments.insert(arguments.end(), {"-fflags", "+genpts"});
+    }
     const std::string& path = options.input.empty() ? plan.input.path : options.input;
     std::string url = FileUrl(path);
     if (const auto& sequence = plan.input.sequence) {
@@ -76,6 +80,12 @@ void AddPlainOptions(const Plan& plan, const PlannedStream& stream, const std::s
     if (stream.source.isCover) arguments.insert(arguments.end(), {"-disposition" + suffix, "attached_pic"});
     const std::string filter = FFWrapper::BitstreamFilter(plan.muxer, stream.codecId);
     if (stream.isCopied && !filter.empty()) arguments.insert(arguments.end(), {"-bsf" + suffix, filter});
+    // What a frame's time is counted in where a file has no other clock.
+    const bool isFilm = stream.kind->type == Conf::StreamType::Video && !stream.source.isCover;
+    if (isFilm && stream.source.fps > boost::rational<int64_t>(0) &&
+        !FFWrapper::MuxerRecord::Find(plan.muxer).hasTimestamps) {
+        arguments.insert(arguments.end(), {"-r" + suffix, RatioText(stream.source.fps)});
+    }
 }
 
 void AddStreamOptions(const Plan& plan, std::size_t index, const Pass& pass, Command& arguments) {
