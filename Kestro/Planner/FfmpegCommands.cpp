@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "Kestro/Conf/DiscRecord.h"
 #include "Kestro/Conf/IFormatFile.h"
 #include "Kestro/FFWrapper/Demuxers.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
@@ -156,6 +157,8 @@ std::vector<Command> MakeCommands(const Plan& plan, const std::string& output, c
     }
     // The one picture goes under the name as it is, whatever pattern it may look like.
     if (plan.IsPicture()) last.insert(last.end(), {"-frames:v", "1", "-update", "1"});
+    const Conf::DiscRecord* disc = Conf::DiscRecord::Find(plan.FormatSettings());
+    if (disc != nullptr && disc->rate > 0) last.insert(last.end(), {"-muxrate", std::to_string(disc->rate)});
     last.insert(last.end(), {"-f", plan.muxer, FileUrl(output)});
     return commands;
 }

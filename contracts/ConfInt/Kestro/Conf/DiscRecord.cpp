@@ -19,6 +19,8 @@ constexpr FrameSize kVcdNtsc[] = {{352, 240}};
 // Of a player: 112 and 20 blocks of 16384 bits.
 constexpr int64_t kBuffer = 1'835'008;
 constexpr int64_t kVcdBuffer = 327'680;
+// A DVD player reads whole packs at that rate, however little is in them.
+constexpr int64_t kDvdRate = 10'080'000;
 
 // What is left beside the sound of what a player reads each second; a DVD's player reads more than most pictures need.
 constexpr int64_t kSvcdVideo = 2'040'000;

@@ -20,6 +20,7 @@ struct KESTRO_CONFINT_API DiscRecord {
     int64_t buffer;                    ///< bits that a player's video buffer holds
     int64_t videoBitrate;              ///< bits per second of its video; 0: as much as the picture asks for
     bool isWide;                       ///< it may be shown at 16:9, else at 4:3 alone
+    int64_t rate = 0;                  ///< bit/s at which a player reads; 0: as its streams ask for
 
     /// The record of the container and the television system in a format node; null for what is no disc.
     static const DiscRecord* Find(const Core::Property& format);
