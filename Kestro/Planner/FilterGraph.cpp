@@ -8,6 +8,7 @@
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Conf/SampleFmtRecord.h"
+#include "Kestro/FFWrapper/EncoderRecord.h"
 #include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Text.h"
@@ -60,6 +61,7 @@ const std::string& KnownScaler(const std::string& name) {
 }
 
 void AddFilter(std::string& chain, const std::string& filter) {
+    if (filter.empty()) return;
     if (!chain.empty()) chain += ',';
     chain += filter;
 }
@@ -135,6 +137,15 @@ std::string ToneMapping(const Colour& colour) {
            "zscale=t=bt709:m=bt709:r=tv,format=yuv420p";
 }
 
+/// What brings the pixels to the matrix of BT.601; nothing where they have it, or nobody knows what they have.
+std::string ToBt601(const PlannedStream& stream) {
+    const std::string matrix = stream.pixels.isToneMapped ? "bt709" : stream.source.colour.matrix;
+    for (const char* same : {"", "bt470bg", "smpte170m", "gbr"}) {
+        if (matrix == same) return {};
+    }
+    return "scale=out_color_matrix=bt601,setparams=colorspace=bt470bg";
+}
+
 std::string VideoFilters(const PlannedStream& stream, const Property& settings, const Property& codec) {
     std::string chain;
     if (stream.pixels.isDeinterlaced) AddFilter(chain, "bwdif=mode=send_frame");
@@ -161,6 +172,8 @@ std::string VideoFilters(const PlannedStream& stream, const Property& settings, 
     }
     const Ratio fps = codec[IFormatCodecVideo::TAG_FPS].GetRatio();
     if (fps != stream.source.fps && !stream.source.isCover) AddFilter(chain, "fps=" + RatioText(fps));
+    const FFWrapper::EncoderRecord* encoder = FFWrapper::EncoderRecord::Find(stream.encoder);
+    if (encoder != nullptr && encoder->isBt601) AddFilter(chain, ToBt601(stream));
     return chain;
 }
 

@@ -55,6 +55,8 @@ struct KESTRO_FFWRAPPER_API EncoderRecord {
     std::span<const PixelFormatOf> pixelFormats = {};  ///< the first that fits; none: the nearest to the source's
     /// For sources of more than 8 bits, where no profile is asked for; null: they go into those of above.
     const char* deepPixelFormat = nullptr;
+    /// Its pictures are read by the matrix of BT.601, by which they must be made (JFIF).
+    bool isBt601 = false;
     /// An option, and its value, without which it refuses transparent pixels; null: it needs none.
     const char* alphaOption = nullptr;
     const char* alphaValue = nullptr;
