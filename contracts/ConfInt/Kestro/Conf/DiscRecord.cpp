@@ -19,10 +19,10 @@ constexpr FrameSize kVcdNtsc[] = {{352, 240}};
 // Of a player: 112 and 20 blocks of 16384 bits.
 constexpr int64_t kBuffer = 1'835'008;
 constexpr int64_t kVcdBuffer = 327'680;
-// A DVD player reads whole packs at that rate, however little is in them.
+// A DVD player reads whole packs at that rate, however little is in them; one of Video CDs 75 sectors a second.
 constexpr int64_t kDvdRate = 10'080'000;
-
-// What is left beside the sound of what a player reads each second; a DVD's player reads more than most pictures need.
+constexpr int64_t kVcdRate = 75 * 2352 * 8;
+// What discs have room for beside their sound.
 constexpr int64_t kSvcdVideo = 2'040'000;
 constexpr int64_t kVcdVideo = 1'150'000;
 
@@ -36,13 +36,15 @@ bool IsText(const Core::Property& node, const std::string& tag, const std::strin
 std::span<const DiscRecord> DiscRecord::All() {
     static const Ratio kPal(25);
     static const Ratio kNtsc(30000, 1001);
+    const std::string& pal = IFormatFile::DVD_STANDARD_PAL;
+    const std::string& ntsc = IFormatFile::DVD_STANDARD_NTSC;
     static const DiscRecord kRecords[] = {
-        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_PAL, kDvdPal, kPal, kBuffer, 0, true},
-        {IFormatFile::FORMAT_DVD, IFormatFile::DVD_STANDARD_NTSC, kDvdNtsc, kNtsc, kBuffer, 0, true},
-        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_PAL, kSvcdPal, kPal, kBuffer, kSvcdVideo, false},
-        {IFormatFile::FORMAT_SVCD, IFormatFile::DVD_STANDARD_NTSC, kSvcdNtsc, kNtsc, kBuffer, kSvcdVideo, false},
-        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_PAL, kVcdPal, kPal, kVcdBuffer, kVcdVideo, false},
-        {IFormatFile::FORMAT_VCD, IFormatFile::DVD_STANDARD_NTSC, kVcdNtsc, kNtsc, kVcdBuffer, kVcdVideo, false},
+        {IFormatFile::FORMAT_DVD, pal, kDvdPal, kPal, kBuffer, kDvdRate, 0, true},
+        {IFormatFile::FORMAT_DVD, ntsc, kDvdNtsc, kNtsc, kBuffer, kDvdRate, 0, true},
+        {IFormatFile::FORMAT_SVCD, pal, kSvcdPal, kPal, kBuffer, 0, kSvcdVideo, false},
+        {IFormatFile::FORMAT_SVCD, ntsc, kSvcdNtsc, kNtsc, kBuffer, 0, kSvcdVideo, false},
+        {IFormatFile::FORMAT_VCD, pal, kVcdPal, kPal, kVcdBuffer, kVcdRate, kVcdVideo, false},
+        {IFormatFile::FORMAT_VCD, ntsc, kVcdNtsc, kNtsc, kVcdBuffer, kVcdRate, kVcdVideo, false},
     };
     return kRecords;
 }

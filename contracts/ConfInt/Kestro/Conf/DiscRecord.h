@@ -18,9 +18,9 @@ struct KESTRO_CONFINT_API DiscRecord {
     std::span<const FrameSize> sizes;  ///< the usual first
     boost::rational<int64_t> fps;      ///< frames per second
     int64_t buffer;                    ///< bits that a player's video buffer holds
-    int64_t videoBitrate;              ///< bits per second of its video; 0: as much as the picture asks for
+    int64_t rate;                      ///< bits per second that a player reads; 0: as many as its streams have
+    int64_t videoBitrate;              ///< bits per second of its video; 0: as the picture asks for
     bool isWide;                       ///< it may be shown at 16:9, else at 4:3 alone
-    int64_t rate = 0;                  ///< bit/s at which a player reads; 0: as its streams ask for
 
     /// The record of the container and the television system in a format node; null for what is no disc.
     static const DiscRecord* Find(const Core::Property& format);
