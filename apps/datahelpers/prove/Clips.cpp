@@ -94,16 +94,23 @@ std::string EncoderOf(const std::string& codec) {
          .message = "The installed FFmpeg has no encoder for " + codec + ", so there is nothing to copy."});
 }
 
+[[noreturn]] void ThrowUnstored(const std::string& codec) {
+    throw Failure(ExitStatus::ConversionFailed,
+                  "FFmpeg reads " + codec + " back out of no container that it writes, so there is no clip with it.");
+}
+
+bool IsStored(const std::string& codec, const std::string& container) {
+    return Planner::FindFits(codec, container).front().fits;
+}
+
 /// The first container that stores the codec, films before pictures.
 std::string StoringContainer(const std::string& codec) {
     const std::string roomiest = RoomiestContainer();
-    for (const Planner::Fit& fit : Planner::FindFits(codec, roomiest)) {
-        if (fit.fits) return roomiest;
-    }
+    if (IsStored(codec, roomiest)) return roomiest;
     for (const Planner::Fit& fit : Planner::FindFits(codec, {})) {
         if (fit.fits) return fit.container;
     }
-    throw Failure(ExitStatus::ConversionFailed, "No container stores " + codec + ".");
+    ThrowUnstored(codec);
 }
 
 }  // namespace
@@ -138,10 +145,10 @@ void Clips::MakeVariant(const Footage& footage) const {
     const std::string part = Path("part-" + footage.Name() + ".mkv");
     std::vector<std::string> arguments{"-i", Planner::FileUrl(Path("clip.mkv"))};
     if (!footage.subtitles.empty()) {
-        const bool isItself = footage.subtitles == kBitmapSubtitle;
-        arguments.insert(arguments.end(),
-                         {"-fix_sub_duration", "-i", Planner::FileUrl(Path("bitmap.sup")), "-map", "0:v", "-map", "0:a",
-                          "-map", "1:s", "-c", "copy", "-c:s", isItself ? "copy" : EncoderOf(footage.subtitles)});
+        const std::string encoder = footage.subtitles == kBitmapSubtitle ? "copy" : EncoderOf(footage.subtitles);
+        if (!IsStored(footage.subtitles, RoomiestContainer())) ThrowUnstored(footage.subtitles);
+        arguments.insert(arguments.end(), {"-fix_sub_duration", "-i", Planner::FileUrl(Path("bitmap.sup")), "-map",
+                                           "0:v", "-map", "0:a", "-map", "1:s", "-c", "copy", "-c:s", encoder});
     } else {
         const std::string cover = Path("part-cover.png");
         RunFfmpeg({"-i", Planner::FileUrl(Path("clip.mkv")), "-frames:v", "1", "-s", "64x64"}, cover);
@@ -162,7 +169,9 @@ bool Clips::MakeByPlan(const Footage& footage, const std::string& source) const 
             preset.Set(kind.CodecIdPath(), footage.codec);
             const Planner::Plan plan = Planner::MakePlan(input, preset);
             Planner::CheckInstalled(plan);
-            if (plan.streams.front().codecId != footage.codec) continue;
+            // A film is more than one picture, where a container of films stores it.
+            const bool isOnePicture = plan.IsPicture() && IsStored(footage.codec, RoomiestContainer());
+            if (plan.streams.front().codecId != footage.codec || isOnePicture) continue;
             const std::string extension = "." + Kestro::FFWrapper::FileExtension(container);
             const std::string part = Path("part-" + footage.Name() + extension);
             Convert(plan, part, {.overwrite = true});

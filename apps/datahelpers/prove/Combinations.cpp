@@ -33,23 +33,31 @@ Footage ClipFor(const std::string& container, const std::map<StreamType, std::st
     return clip;
 }
 
-/// All of two kinds with one another, and each of them with all of the third.
-std::vector<std::map<StreamType, std::string>> Pairs(const std::string& container) {
-    std::vector<std::pair<StreamType, std::vector<std::string>>> kinds;
-    for (const StreamType type : kTypes) {
-        std::vector<std::string> offered = OfferedCodecs(container, type);
-        if (!offered.empty()) kinds.emplace_back(type, std::move(offered));
+using Codecs = std::map<StreamType, std::string>;
+
+void AddCodec(StreamType type, const std::vector<std::string>& offered, std::size_t number, Codecs& codecs) {
+    if (!offered.empty()) codecs[type] = offered[number % offered.size()];
+}
+
+/// All pictures with all sounds, and each of both with all subtitles: in rows of their own, so that subtitles of which
+/// there is no clip hide nothing.
+std::vector<Codecs> Pairs(const std::string& container) {
+    const std::vector<std::string> videos = OfferedCodecs(container, StreamType::Video);
+    const std::vector<std::string> sounds = OfferedCodecs(container, StreamType::Audio);
+    const std::vector<std::string> subtitles = OfferedCodecs(container, StreamType::Subtitle);
+    std::vector<Codecs> pairs;
+    const std::size_t count = std::max<std::size_t>(1, videos.size()) * std::max<std::size_t>(1, sounds.size());
+    for (std::size_t i = 0; i < count && !(videos.empty() && sounds.empty()); ++i) {
+        Codecs& pair = pairs.emplace_back();
+        AddCodec(StreamType::Video, videos, i / std::max<std::size_t>(1, sounds.size()), pair);
+        AddCodec(StreamType::Audio, sounds, i, pair);
     }
-    std::ranges::stable_sort(
-        kinds, [](const auto& one, const auto& other) { return one.second.size() > other.second.size(); });
-    std::vector<std::map<StreamType, std::string>> pairs;
-    const std::size_t seconds = kinds.size() > 1 ? kinds[1].second.size() : 1;
-    for (std::size_t i = 0; !kinds.empty() && i < kinds[0].second.size(); ++i) {
-        for (std::size_t j = 0; j < seconds; ++j) {
-            auto& pair = pairs.emplace_back();
-            pair[kinds[0].first] = kinds[0].second[i];
-            if (kinds.size() > 1) pair[kinds[1].first] = kinds[1].second[j];
-            if (kinds.size() > 2) pair[kinds[2].first] = kinds[2].second[(i + j) % kinds[2].second.size()];
+    for (std::size_t i = 0; i < std::max<std::size_t>({1, videos.size(), sounds.size()}); ++i) {
+        for (std::size_t j = 0; j < subtitles.size(); ++j) {
+            Codecs& pair = pairs.emplace_back();
+            AddCodec(StreamType::Video, videos, i, pair);
+            AddCodec(StreamType::Audio, sounds, i + j, pair);
+            AddCodec(StreamType::Subtitle, subtitles, j, pair);
         }
     }
     return pairs;

@@ -10,9 +10,8 @@
 #include "Kestro/Conf/LayoutRecord.h"
 #include "Kestro/Conf/StreamRecord.h"
 #include "Kestro/Core/PropertyValueToString.h"
-#include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
+#include "Kestro/FFWrapper/EncoderRecord.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
-#include "Kestro/FFWrapper/SubtitleKinds.h"
 #include "Kestro/Planner/Execution.h"
 #include "Kestro/Planner/MakePlan.h"
 #include "Kestro/Planner/NotAcceptable.h"
@@ -86,7 +85,9 @@ void CompareColours(const Plan& plan, const Planner::MediaInfo& written, const D
         Compare("primaries", source.primaries, found->colour.primaries, differences);
         Compare("transfer", source.transfer, found->colour.transfer, differences);
         const bool hasMatrix = std::ranges::any_of(decoded.streams, &Decoded::Stream::hasMatrix);
-        if (hasMatrix) Compare("matrix", source.matrix, found->colour.matrix, differences);
+        const auto* encoder = Kestro::FFWrapper::EncoderRecord::Find(stream.encoder);
+        const bool isBt601 = encoder != nullptr && encoder->isBt601;
+        if (hasMatrix) Compare("matrix", isBt601 ? "bt470bg" : source.matrix, found->colour.matrix, differences);
     }
 }
 
@@ -151,8 +152,9 @@ std::string Plainly(std::string text, const std::string& folder) {
 
 /// The planner's no.
 void Refuse(const Planner::Problem& problem, Proof& proof) {
-    proof.verdict = problem.code == Planner::ProblemCode::NotInstalled ? Verdict::NoEncoder : Verdict::Refused;
-    proof.by = problem.cause.empty() ? "planner: " + std::string(Planner::ProblemText(problem.code)) : problem.cause;
+    const bool isNoEncoder = problem.code == Planner::ProblemCode::NotInstalled;
+    proof.verdict = isNoEncoder ? Verdict::NoEncoder : Verdict::Refused;
+    if (!isNoEncoder) proof.by = "planner: " + std::string(Planner::ProblemText(problem.code));
     proof.why = problem.message;
 }
 
@@ -181,7 +183,7 @@ void Try(const Combination& combination, const Clips& clips, const std::string& 
     proof.why = Unplanned(plan, combination);
     if (!proof.why.empty()) {
         proof.verdict = Verdict::Refused;
-        proof.by = "planner";
+        proof.by = "planner: left out or corrected";
         return;
     }
     CarryOut(plan, output, proof);
@@ -189,7 +191,7 @@ void Try(const Combination& combination, const Clips& clips, const std::string& 
 
 }  // namespace
 
-Proof Prove(const Combination& combination, const Clips& clips, const std::string& missing, const std::string& folder) {
+Proof Prove(const Combination& combination, const Clips& clips, const Missing& missing, const std::string& folder) {
     Proof proof = ProofOf(combination);
     if (combination.container.empty()) {
         proof.verdict = Verdict::Refused;
@@ -197,9 +199,10 @@ Proof Prove(const Combination& combination, const Clips& clips, const std::strin
         proof.why = "no container's helper offers " + combination.codecs.begin()->second;
         return proof;
     }
-    if (!missing.empty()) {
-        proof.verdict = Verdict::NoEncoder;
-        proof.why = Plainly(missing, folder);
+    if (!missing.why.empty()) {
+        proof.verdict = missing.isNoEncoder ? Verdict::NoEncoder : Verdict::Refused;
+        proof.by = missing.isNoEncoder ? "" : "ffmpeg";
+        proof.why = Plainly(missing.why, folder);
         return proof;
     }
     const std::string output = folder + "/out." + Kestro::FFWrapper::FileExtension(combination.container);

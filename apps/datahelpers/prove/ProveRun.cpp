@@ -26,6 +26,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr int kNoEncoder = static_cast<int>(ExitStatus::NotAcceptable);
+
 /// What a process of its own does; it ends by an alarm where it takes too long, and takes its ffmpeg along.
 ChildJob Job(unsigned timeout, std::function<void()> work, std::function<void(std::string_view)> onLine,
              std::function<void(ChildEnd)> onEnd) {
@@ -39,7 +41,8 @@ ChildJob Job(unsigned timeout, std::function<void()> work, std::function<void(st
             if (static_cast<int>(failure.Status()) >= 128) return static_cast<int>(failure.Status());
             std::cout << failure.Said().message << "\n";
         } catch (const Planner::NotAcceptable& refused) {
-            std::cout << refused.what() << "\n";
+            std::cout << refused.what() << std::endl;
+            return kNoEncoder;
         } catch (const std::exception& exception) {
             std::cout << exception.what() << "\n";
         }
@@ -102,10 +105,13 @@ private:
     ChildJob FootageJob(const std::string& name, const Footage& needed) {
         return Job(
             options_.timeout, [this, &needed] { clips_.Make(needed); },
-            [this, name](std::string_view line) { missing_[name] += line; },
+            [this, name](std::string_view line) { missing_[name].why += line; },
             [this, name, &needed](ChildEnd end) {
-                if (!end.exited || end.status != 0) missing_[name] = HowEnded(end, options_.timeout);
-                if (clips_.Find(needed).empty() && missing_[name].empty()) missing_[name] = "no clip of it was made";
+                Missing& missing = missing_[name];
+                missing.isNoEncoder = end.exited && end.status == kNoEncoder;
+                if (!missing.isNoEncoder && (!end.exited || end.status != 0))
+                    missing.why = HowEnded(end, options_.timeout);
+                if (clips_.Find(needed).empty() && missing.why.empty()) missing.why = "no clip of it was made";
             });
     }
 
@@ -113,7 +119,7 @@ private:
         const Combination& combination = combinations_[number];
         const std::string folder = folder_.Path() + "/" + std::to_string(number);
         const auto missing = missing_.find(combination.footage.Name());
-        const std::string why = missing == missing_.end() ? std::string() : missing->second;
+        const Missing why = missing == missing_.end() ? Missing() : missing->second;
         const auto begun = Clock::now();
         return Job(
             options_.timeout,
@@ -145,7 +151,7 @@ private:
     TemporaryDirectory folder_;
     Clips clips_;
     ProveProgress progress_;
-    std::map<std::string, std::string> missing_;  ///< why there is no such footage
+    std::map<std::string, Missing> missing_;  ///< by the footage's name
     std::map<std::size_t, std::string> said_;
 };
 
