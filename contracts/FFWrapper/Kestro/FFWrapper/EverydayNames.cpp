@@ -65,6 +65,14 @@ std::string Find(std::span<const Everyday> names, const std::string& word) {
     return found != names.end() ? found->name : std::string();
 }
 
+std::vector<std::string> WordsFor(std::span<const Everyday> names, const std::string& name) {
+    std::vector<std::string> words;
+    for (const Everyday& everyday : names) {
+        if (everyday.name == name) words.emplace_back(everyday.word);
+    }
+    return words;
+}
+
 }  // namespace
 
 std::string ContainerOfEverydayName(const std::string& word) { return Find(kContainers, word); }
@@ -74,5 +82,11 @@ std::string CodecOfEverydayName(const std::string& word) {
     const AVCodec* encoder = avcodec_find_encoder_by_name(word.c_str());
     return encoder != nullptr ? avcodec_get_name(encoder->id) : std::string();
 }
+
+std::vector<std::string> EverydayNamesOfContainer(const std::string& container) {
+    return WordsFor(kContainers, container);
+}
+
+std::vector<std::string> EverydayNamesOfCodec(const std::string& codecId) { return WordsFor(kCodecs, codecId); }
 
 }  // namespace Kestro::FFWrapper

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "Kestro/Export.h"
 
@@ -13,5 +14,9 @@ KESTRO_FFWRAPPER_API std::string ContainerOfEverydayName(const std::string& word
 /// What people call a codec ("h265", "x264", "H.264"), or FFmpeg one of its encoders ("libx264"), as a codec id; empty
 /// for another word.
 KESTRO_FFWRAPPER_API std::string CodecOfEverydayName(const std::string& word);
+
+/// The words for which the first of these gives that container (the second gives that codec, encoders' names apart).
+KESTRO_FFWRAPPER_API std::vector<std::string> EverydayNamesOfContainer(const std::string& container);
+KESTRO_FFWRAPPER_API std::vector<std::string> EverydayNamesOfCodec(const std::string& codecId);
 
 }  // namespace Kestro::FFWrapper
