@@ -3,8 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstring>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -117,35 +115,12 @@ void NoteOtherName(Planner::Plan& plan, const std::string& output) {
     if (!note.empty()) plan.notes.push_back(std::move(note));
 }
 
-/// As a shell reads it; what a terminal would not show stands in escapes.
-std::string ShellWord(const std::string& word) {
-    const auto isPlain = [](char c) {
-        return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'z') ||
-               std::strchr("_./:=,+@%-", c) != nullptr;
-    };
-    if (!word.empty() && std::ranges::all_of(word, isPlain)) return word;
-    const bool isShown = Planner::Printable(word) == word;
-    std::string quoted = isShown ? "'" : "$'";
-    for (const char c : word) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (!isShown && (byte < 0x20 || byte >= 0x7f || c == '\\' || c == '\'')) {
-            char escaped[5];
-            std::snprintf(escaped, sizeof escaped, "\\x%02x", byte);
-            quoted += escaped;
-        } else {
-            quoted += c == '\'' ? "'\\''" : std::string(1, c);
-        }
-    }
-    return quoted + "'";
-}
-
 /// The command lines that convert would run, for a person's shell.
 Outcome TellCommands(const Planner::Plan& plan, const Arguments& arguments) {
     const Planner::CommandOptions options{.workFolder = ".", .excerpt = arguments.plan.excerpt, .isWatched = false};
     Json lines = Json::array();
     for (const Planner::Command& command : Planner::FfmpegCommands(plan, arguments.output, options)) {
-        std::string line = "ffmpeg";
-        for (const std::string& word : command) line += " " + ShellWord(word);
+        const std::string line = "ffmpeg " + ShellLine(command);
         if (!arguments.json) std::cout << line << "\n";
         lines.push_back(line);
     }

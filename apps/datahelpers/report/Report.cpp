@@ -39,32 +39,6 @@ std::string ValueText(const std::optional<Property>& value) {
     return value ? Printable(PropertyValueToString(*value)) : "(none)";
 }
 
-void PrintMedia(std::ostream& out, const MediaInfo& media) {
-    out << Printable(media.path);
-    if (media.duration) out << "  " << ClockTime(*media.duration);
-    out << "\n";
-    for (const MediaStream& stream : media.streams) {
-        out << "  " << stream.index << " " << TypeName(stream) << " " << stream.codec;
-        if (stream.type == StreamType::Video) {
-            out << ", " << stream.width << " x " << stream.height;
-            if (stream.sampleAspectRatio != boost::rational<int64_t>(1)) {
-                out << " pixels of " << RatioText(stream.sampleAspectRatio);
-            }
-            if (!stream.isCover) out << ", " << FpsText(stream.fps) << " frames/s";
-            if (stream.isInterlaced) out << ", interlaced";
-            if (stream.bitDepth > 8) out << ", " << stream.bitDepth << " bits";
-            if (stream.colour.IsHdr()) out << ", " << Printable(stream.colour.transfer);
-        } else if (stream.type == StreamType::Audio) {
-            out << ", " << stream.sampleRate << " Hz, " << stream.layout << ", " << stream.sampleFormat;
-        }
-        if (!stream.language.empty() && stream.language != "und") out << ", " << Printable(stream.language);
-        if (!stream.title.empty()) out << ", \"" << Printable(stream.title) << "\"";
-        if (stream.isForced) out << ", forced";
-        out << "\n";
-    }
-    if (media.chapters > 0) out << "  " << media.chapters << " chapters\n";
-}
-
 void PrintIndented(std::ostream& out, const std::string& text, std::size_t indent, std::size_t width) {
     out << std::string(indent, ' ') << Wrapped(Printable(text), indent, indent, width) << "\n";
 }
@@ -128,9 +102,35 @@ Json ToJson(const Complaint& complaint) {
     return json;
 }
 
+void Print(std::ostream& out, const MediaInfo& media) {
+    out << Printable(media.path);
+    if (media.duration) out << "  " << ClockTime(*media.duration);
+    out << "\n";
+    for (const MediaStream& stream : media.streams) {
+        out << "  " << stream.index << " " << TypeName(stream) << " " << stream.codec;
+        if (stream.type == StreamType::Video) {
+            out << ", " << stream.width << " x " << stream.height;
+            if (stream.sampleAspectRatio != boost::rational<int64_t>(1)) {
+                out << " pixels of " << RatioText(stream.sampleAspectRatio);
+            }
+            if (!stream.isCover) out << ", " << FpsText(stream.fps) << " frames/s";
+            if (stream.isInterlaced) out << ", interlaced";
+            if (stream.bitDepth > 8) out << ", " << stream.bitDepth << " bits";
+            if (stream.colour.IsHdr()) out << ", " << Printable(stream.colour.transfer);
+        } else if (stream.type == StreamType::Audio) {
+            out << ", " << stream.sampleRate << " Hz, " << stream.layout << ", " << stream.sampleFormat;
+        }
+        if (!stream.language.empty() && stream.language != "und") out << ", " << Printable(stream.language);
+        if (!stream.title.empty()) out << ", \"" << Printable(stream.title) << "\"";
+        if (stream.isForced) out << ", forced";
+        out << "\n";
+    }
+    if (media.chapters > 0) out << "  " << media.chapters << " chapters\n";
+}
+
 void Print(std::ostream& out, const Plan& plan, std::size_t width, bool isFull) {
     out << "Input\n  ";
-    PrintMedia(out, plan.input);
+    Print(out, plan.input);
     out << "\nOutput\n  " << plan.container << ", FFmpeg's muxer " << plan.muxer
         << (plan.globalHeader ? ", global header" : ", no global header") << "\n";
     for (std::size_t i = 0; i < plan.streams.size(); ++i) {
@@ -179,7 +179,7 @@ void Print(std::ostream& out, const Conversion& conversion, std::size_t width) {
     out << "Wrote ";
     if (conversion.files > 1) out << conversion.files << " pictures, ";
     out << SizeText(conversion.size) << "\n  ";
-    PrintMedia(out, conversion.written);
+    Print(out, conversion.written);
     PrintFaults(out, conversion, width);
 }
 

@@ -18,6 +18,8 @@ Json ToJson(const Conversion& conversion);
 Complaint Told(const Planner::Problem& problem);
 Json ToJson(const Complaint& complaint);
 
+/// A file and its streams, a line each.
+void Print(std::ostream& out, const Planner::MediaInfo& media);
 /// On a screen: the streams, what is left out, what was chosen and corrected; isFull: and the whole tree of settings.
 void Print(std::ostream& out, const Planner::Plan& plan, std::size_t width, bool isFull);
 /// What the plan changed and left out, without the settings.

@@ -9,7 +9,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <vector>
+
+#include "Kestro/Planner/Text.h"
 
 namespace App {
 namespace {
@@ -23,6 +26,27 @@ std::vector<std::string> Words(std::string_view text) {
         begin = end;
     }
     return words;
+}
+
+std::string ShellWord(const std::string& word) {
+    const auto isPlain = [](char c) {
+        return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'z') ||
+               std::strchr("_./:=,+@%-", c) != nullptr;
+    };
+    if (!word.empty() && std::ranges::all_of(word, isPlain)) return word;
+    const bool isShown = Kestro::Planner::Printable(word) == word;
+    std::string quoted = isShown ? "'" : "$'";
+    for (const char c : word) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (!isShown && (byte < 0x20 || byte >= 0x7f || c == '\\' || c == '\'')) {
+            char escaped[5];
+            std::snprintf(escaped, sizeof escaped, "\\x%02x", byte);
+            quoted += escaped;
+        } else {
+            quoted += c == '\'' ? "'\\''" : std::string(1, c);
+        }
+    }
+    return quoted + "'";
 }
 
 }  // namespace
@@ -65,6 +89,12 @@ std::size_t TerminalWidth(int descriptor) {
         if (read.ec == std::errc() && read.ptr == text.data() + text.size()) return std::max(width, kLeast);
     }
     return kUsual;
+}
+
+std::string ShellLine(std::span<const std::string> words) {
+    std::string line;
+    for (const std::string& word : words) line += (line.empty() ? "" : " ") + ShellWord(word);
+    return line;
 }
 
 std::string SizeText(int64_t bytes) {

@@ -18,6 +18,9 @@ std::string Wrapped(std::string_view text, std::size_t start, std::size_t indent
 /// Columns of the terminal behind the descriptor; $COLUMNS or 80 when it is none.
 std::size_t TerminalWidth(int descriptor);
 
+/// A command as a shell reads it; what a terminal would not show stands in escapes.
+std::string ShellLine(std::span<const std::string> words);
+
 /// "1.5 MB".
 std::string SizeText(int64_t bytes);
 
