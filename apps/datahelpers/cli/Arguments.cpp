@@ -90,6 +90,16 @@ void AddProveOptions(CLI::App& command, ProveOptions& options) {
         ->type_name("FILE...");
 }
 
+void AddCatalogueOptions(CLI::App& command, Arguments& arguments) {
+    command.add_option("-o,--output", arguments.output, "The folder: new, empty, or with a catalogue in it")
+        ->type_name("FOLDER")
+        ->required();
+    command.add_option("--proof", arguments.proofFile, "Also show what was tried with FFmpeg, a file that prove wrote")
+        ->type_name("FILE");
+    command.add_flag("--overwrite", arguments.overwrite,
+                     "Write into a folder with other things; of these, what bears the same names is replaced");
+}
+
 }  // namespace
 
 bool AsksForJson(int count, const char* const* values) {
@@ -169,7 +179,10 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
         app.add_subcommand("prove", "Convert a short clip into everything that is offered, and look at it");
     AddProveOptions(*prove, arguments.prove);
 
-    for (CLI::App* command : {list, show, fits, check, plan, convert, prove}) {
+    CLI::App* catalogue = app.add_subcommand("catalogue", "Write all that is known as a folder of pages");
+    AddCatalogueOptions(*catalogue, arguments);
+
+    for (CLI::App* command : {list, show, fits, check, plan, convert, prove, catalogue}) {
         command->add_flag("--json", arguments.json, "Report in JSON on standard output");
     }
 
@@ -210,6 +223,8 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
             throw Failure(ExitStatus::WrongUsage, Complaint{.message = "A codec or a container is required.",
                                                             .wayOut = "CODEC CONTAINER, --codec C or --format F"});
         }
+    } else if (catalogue->parsed()) {
+        arguments.command = Command::Catalogue;
     } else if (check->parsed()) {
         arguments.command = Command::Check;
         arguments.plan.presetFile = FindPreset(arguments.plan.presetFile);

@@ -16,7 +16,7 @@ namespace App {
 
 namespace Planner = Kestro::Planner;
 
-enum class Command { List, Show, Fits, Check, Plan, Convert, Prove };
+enum class Command { List, Show, Fits, Check, Plan, Convert, Prove, Catalogue };
 
 /// In place of a file's name: standard input or output.
 inline constexpr const char* kStandardStream = "-";
@@ -51,7 +51,7 @@ struct Arguments {
     std::string codec;                          ///< fits: empty for all
     std::string container;                      ///< fits: empty for all
     PlanOptions plan;                           ///< plan, convert
-    std::string output;                         ///< convert; plan, or empty
+    std::string output;                         ///< convert, catalogue; plan, or empty
     bool showsCommands = false;                 ///< plan
     bool isFull = false;                        ///< plan
     bool isStrict = false;                      ///< plan: refuses instead of correcting
@@ -59,11 +59,12 @@ struct Arguments {
     std::string into;                           ///< convert, many: the folder; else empty
     std::size_t jobs = 1;                       ///< convert, many: at once
     bool tellsParts = false;                    ///< convert: progress is for this program itself
-    bool overwrite = false;                     ///< convert
+    bool overwrite = false;                     ///< convert, catalogue
     bool isQuiet = false;                       ///< convert
     bool listsPresets = false;                  ///< list: the presets, too
     bool isSequence = false;                    ///< convert
     ProveOptions prove;                         ///< prove
+    std::string proofFile;                      ///< catalogue, or empty
 };
 
 /// Whether the command line asks for JSON; also of one that cannot be understood.

@@ -17,6 +17,7 @@ extern "C" {
 
 #include "cli/Arguments.h"
 #include "cli/Batch.h"
+#include "cli/CatalogueCommand.h"
 #include "cli/CheckCommand.h"
 #include "cli/Failure.h"
 #include "cli/PlanCommands.h"
@@ -126,6 +127,8 @@ Outcome Run(const Arguments& arguments) {
             return PlanOnly(arguments);
         case Command::Prove:
             return ProveOffers(arguments.prove, arguments.json);
+        case Command::Catalogue:
+            return WriteCatalogue(arguments);
         case Command::Convert:
             break;
     }
