@@ -38,7 +38,7 @@ constexpr OtherName kPrescribedNames[] = {
     {IFormatFile::FORMAT_M4V, IFormatFile::FORMAT_IPOD},
 };
 
-// Names under which FFmpeg has no muxer, and what writes such files; only MuxerName knows them.
+// Endings of files under which FFmpeg has no muxer, and what writes such files; only MuxerName knows them.
 constexpr OtherName kFurtherNames[] = {
     {IFormatFile::FORMAT_M4B, IFormatFile::FORMAT_IPOD}, {IFormatFile::FORMAT_M4R, IFormatFile::FORMAT_IPOD},
     {IFormatFile::FORMAT_F4A, IFormatFile::FORMAT_IPOD}, {IFormatFile::FORMAT_MKA, IFormatFile::FORMAT_MATROSKA},
@@ -103,6 +103,7 @@ std::string FileExtension(const std::string& container) {
     if (IsImageMuxer(muxer)) {
         return PictureExtension(container == kImageMuxer ? IFormatCodecVideo::CODEC_ID_MJPEG : container);
     }
+    if (Find(kFurtherNames, container) != nullptr) return container;
     const AVOutputFormat* format = av_guess_format(muxer.c_str(), nullptr, nullptr);
     const std::string extensions = format != nullptr && format->extensions != nullptr ? format->extensions : "";
     // Of several containers that one muxer writes, each has its own.
