@@ -26,8 +26,6 @@ using Planner::MediaStream;
 using Planner::Plan;
 using Planner::PlannedStream;
 
-constexpr const char* kName = "feature";
-
 /// A master from the cutting room: few containers take any of it as it is, so that plans have something to tell.
 MediaInfo Film() {
     MediaStream video{.index = 0, .type = StreamType::Video, .codec = "ffv1"};
@@ -42,7 +40,7 @@ MediaInfo Film() {
     audio.language = "eng";
     MediaStream subtitles{.index = 2, .type = StreamType::Subtitle, .codec = "subrip"};
     subtitles.language = "fre";
-    return {.path = std::string(kName) + ".mkv",
+    return {.path = "feature.mkv",
             .demuxer = "matroska,webm",
             .duration = 5400.0,
             .chapters = 12,
@@ -111,7 +109,7 @@ private:
 
     Json PlanFor(const Container& container, const std::string& video, const std::string& audio) {
         Planner::Preset preset = Planner::Preset::OfContainer(container.name);
-        const std::string output = kName + std::string(".") + container.extension;
+        const std::string output = "output." + container.extension;
         std::vector<std::string> convert = {"datahelpers", "convert", film_.path, output};
         if (Planner::ContainerOfFileName(output) != container.name) {
             convert.insert(convert.end(), {"--format", container.name});
