@@ -6,6 +6,7 @@
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/Planner/FfmpegCommands.h"
+#include "Kestro/Planner/FileNames.h"
 #include "Kestro/Planner/MakePlan.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Proc/FindSetting.h"
@@ -135,7 +136,7 @@ private:
     }
 
     static Json Commands(const Plan& plan, const std::string& output) {
-        const Planner::CommandOptions options{.passDirectory = ".", .isWatched = false};
+        const Planner::CommandOptions options{.workFolder = ".", .isWatched = false};
         Json lines = Json::array();
         for (const Planner::Command& command : Planner::FfmpegCommands(plan, output, options)) {
             lines.push_back("ffmpeg " + ShellLine(command));
