@@ -23,9 +23,15 @@ HelperPtr Find(const HelperKind& kind, const std::string& name, decltype(CreateD
         return kind.registryType == nullptr ? create(name, {}) : create(*kind.registryType, name);
     }
     const std::vector<std::string> names = HelperNames(kind);
+    std::vector<std::string> words = names;
+    for (const std::string& known : names) {
+        const auto everyday =
+            &kind == &kFormats ? FFWrapper::EverydayNamesOfContainer(known) : FFWrapper::EverydayNamesOfCodec(known);
+        words.insert(words.end(), everyday.begin(), everyday.end());
+    }
     throw NotAcceptable({.code = ProblemCode::UnknownName,
                          .message = "There is no " + std::string(kind.words) + " \"" + Printable(name) + "\"." +
-                                    DidYouMean(name, names),
+                                    DidYouMean(name, words),
                          .value = name,
                          .allowed = names});
 }

@@ -186,7 +186,12 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
         command->add_flag("--json", arguments.json, "Report in JSON on standard output");
     }
 
+    // "help convert" asks for what "convert --help" does.
     const std::string word = count < 2 ? std::string() : values[1];
+    if (word == "help" && count <= 3) {
+        const char* const ask[] = {values[0], count == 3 ? values[2] : "--help", "--help"};
+        return ParseArguments(count, ask, arguments);
+    }
     std::vector<std::string> commands;
     for (const CLI::App* command : app.get_subcommands({})) commands.push_back(command->get_name());
     if (std::ranges::find(commands, word) != commands.end()) {

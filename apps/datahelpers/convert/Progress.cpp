@@ -22,6 +22,16 @@ std::string_view Trimmed(std::string_view text) {
     return begin == std::string_view::npos ? std::string_view() : text.substr(begin);
 }
 
+/// FFmpeg's "2.09e+03x" without powers of ten; empty where it cannot tell yet.
+std::string SpeedText(std::string_view speed) {
+    double times = 0.0;
+    const auto read = std::from_chars(speed.data(), speed.data() + speed.size(), times);
+    if (read.ec != std::errc() || !(times < 1e9)) return {};
+    char text[32];
+    std::snprintf(text, sizeof text, times < 100.0 ? "%.3gx" : "%.0fx", times);
+    return text;
+}
+
 }  // namespace
 
 Progress::Progress(Style style, std::optional<double> duration, std::size_t passes)
@@ -47,7 +57,7 @@ void Progress::Read(std::string_view line) {
         const auto read = std::from_chars(value.data(), value.data() + value.size(), microseconds);
         if (read.ec == std::errc() && microseconds > 0) seconds_ = static_cast<double>(microseconds) / 1e6;
     } else if (key == "speed") {
-        speed_ = value == "N/A" ? std::string_view() : value;
+        speed_ = SpeedText(value);
     } else if (key == "progress") {  // the last of each report
         if (value == "end" && duration_) seconds_ = *duration_;
         Show();

@@ -150,6 +150,7 @@ void Print(std::ostream& out, const Plan& plan, std::size_t width, bool isFull) 
     for (const int attachment : plan.attachments) out << "  attached file from stream " << attachment << "\n";
     out << "\n";
     PrintChanges(out, plan, width);
+    if (plan.corrections.empty()) out << "No corrections\n";
     if (!isFull) return;
     out << "\nSettings\n";
     PrintTree(out, plan.settings, 2);
@@ -167,7 +168,7 @@ void PrintChanges(std::ostream& out, const Plan& plan, std::size_t width) {
             PrintIndented(out, choice.reason, 6, width);
         }
     }
-    out << (plan.corrections.empty() ? "No corrections\n" : "Corrections\n");
+    if (!plan.corrections.empty()) out << "Corrections\n";
     for (const Correction& correction : plan.corrections) {
         PrintIndented(out, correction.path + ": " + ValueText(correction.before) + " -> " + ValueText(correction.after),
                       2, width);
