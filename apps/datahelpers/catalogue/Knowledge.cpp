@@ -85,10 +85,12 @@ void AddProof(const Proof& proof, Knowledge& knowledge) {
     }
     for (const ProofRow& row : proof.rows) {
         const bool isProven = row.result == "proven";
-        if ((!isProven && row.result != "contradicts") || !row.set.empty()) continue;
+        if ((!isProven && row.result != "contradicts") || row.hasSettings) continue;
         for (const std::string& codec : {row.video, row.audio, row.subtitles}) {
             const auto found = cells.find({row.container, codec});
             if (found == cells.end() || found->second->proof == "proven") continue;
+            // Only a copy shows that what is not encoded is kept.
+            if ((row.about == "copy") != (found->second->standing == Standing::Stored)) continue;
             found->second->proof = row.result;
             found->second->proofReason = isProven ? std::string() : row.why;
         }

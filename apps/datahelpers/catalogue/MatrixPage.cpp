@@ -27,7 +27,7 @@ std::vector<std::size_t> Columns(const Knowledge& knowledge, const StreamRecord&
 
 std::string ProofInWords(const Cell& cell, const Proof& proof) {
     if (cell.proof.empty()) return {};
-    if (cell.proof == "proven") return "Proven: encoded and read back with FFmpeg " + proof.ffmpeg + ".";
+    if (cell.proof == "proven") return "Proven: written by FFmpeg " + proof.ffmpeg + ", and read back as planned.";
     return "With FFmpeg " + proof.ffmpeg + " it came out other than planned: " + cell.proofReason;
 }
 
@@ -91,15 +91,16 @@ Markup ShortRow(const Container& container, const std::vector<std::size_t>& colu
         RowHead(container) + Element("td", {{"class", "only"}, {"colspan", std::to_string(columns.size())}}, content));
 }
 
+/// Whether one codec is taken, beyond doubt, and all others are refused for the same reason.
 bool IsShort(const Container& container, const std::vector<std::size_t>& columns, std::size_t taken) {
-    if (taken != 1) return false;
     std::string reason;
-    return std::ranges::all_of(columns, [&](std::size_t column) {
+    const auto isAlike = [&](std::size_t column) {
         const Cell& cell = container.cells[column];
-        if (IsTaken(cell.standing)) return true;
+        if (IsTaken(cell.standing)) return cell.standing != Standing::Doubtful;
         if (reason.empty()) reason = cell.reason;
         return reason == cell.reason;
-    });
+    };
+    return taken == 1 && std::ranges::all_of(columns, isAlike);
 }
 
 Markup Head(const std::vector<std::size_t>& columns, const Knowledge& knowledge) {
@@ -137,8 +138,10 @@ Markup Table(const StreamRecord& kind, const Knowledge& knowledge) {
         Element("caption", {{"class", "hidden"}}, std::string("Which container takes which ") + word + " codec");
     Markup section =
         Element("h2", {{"id", id}}, HeadingOf(kind.type)) +
-        Element("div", {{"class", "matrix"}, {"role", "region"}, {"tabindex", "0"}, {"aria-labelledby", id}},
-                Element("table", caption + Head(columns, knowledge) + bodies));
+        Element(
+            "div",
+            {{"class", "matrix"}, {"role", "region"}, {"tabindex", "0"}, {"aria-label", word + " codecs by container"}},
+            Element("table", caption + Head(columns, knowledge) + bodies));
     if (without > 0) {
         section += Element(
             "div", {{"class", "none"}},

@@ -27,22 +27,17 @@ std::string TextOf(const Json& row, const char* name) {
 }
 
 ProofRow ReadRow(const Json& json) {
-    ProofRow row{.id = TextOf(json, "id"),
-                 .about = TextOf(json, "about"),
-                 .container = TextOf(json, "format"),
-                 .video = TextOf(json, "video"),
-                 .audio = TextOf(json, "audio"),
-                 .subtitles = TextOf(json, "subtitles"),
-                 .result = TextOf(json, "result"),
-                 .by = TextOf(json, "by"),
-                 .why = TextOf(json, "why"),
-                 .set = {}};
     const auto set = json.find("set");
-    if (set == json.end() || !set->is_object()) return row;
-    for (const auto& [path, value] : set->items()) {
-        row.set.emplace_back(Printable(path), Printable(value.is_string() ? value.get<std::string>() : value.dump()));
-    }
-    return row;
+    return {.id = TextOf(json, "id"),
+            .about = TextOf(json, "about"),
+            .container = TextOf(json, "format"),
+            .video = TextOf(json, "video"),
+            .audio = TextOf(json, "audio"),
+            .subtitles = TextOf(json, "subtitles"),
+            .result = TextOf(json, "result"),
+            .by = TextOf(json, "by"),
+            .why = TextOf(json, "why"),
+            .hasSettings = set != json.end() && !set->empty()};
 }
 
 void ReadLine(const std::string& line, Proof& proof, const std::string& path, std::size_t number) {

@@ -8,7 +8,7 @@ namespace App::Catalogue {
 
 /// What was tried with FFmpeg, and what came of it.
 struct ProofRow {
-    std::string id;
+    std::string id;         ///< made of the parts of what was tried, for people to read
     std::string about;      ///< what was tried: "pair", "default", "profile"
     std::string container;  ///< the rest are codec ids, or empty
     std::string video;
@@ -17,7 +17,7 @@ struct ProofRow {
     std::string result;  ///< "proven", "refused", "no-encoder", "contradicts"
     std::string by;      ///< who said no, or is at fault
     std::string why;
-    std::vector<std::pair<std::string, std::string>> set;  ///< paths of settings that differ from defaults, and values
+    bool hasSettings = false;  ///< settings differ from the defaults; the id tells them
 };
 
 /// A file of such trials: one run, or what there is of it.

@@ -41,7 +41,6 @@ Markup Details(const Rows& rows, const std::string& result, const std::string& w
         if (row->result != result) continue;
         ++count;
         Markup item = Code(row->id);
-        for (const auto& [path, value] : row->set) item += " " + Code(path + "=" + value);
         const std::string why = WhyText(*row);
         if (!why.empty()) item += " \u2013 " + why;
         items += Element("li", item);
