@@ -56,6 +56,8 @@ void AddPlanned(const MediaInfo& input, Preset preset, std::vector<Problem>& pro
         } catch (const Planner::NotAcceptable& refused) {
             bool isChanged = false;
             for (const Problem& problem : refused.Problems()) {
+                const bool isKnown = std::ranges::find(problems, problem.message, &Problem::message) != problems.end();
+                if (isKnown) continue;  // what was suggested did not help
                 problems.push_back(problem);
                 if (!CanBeSet(problem.changes)) continue;
                 isChanged = true;
