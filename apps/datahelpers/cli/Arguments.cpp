@@ -131,6 +131,10 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     fits->add_option("--codec", arguments.codec, "In all containers")->type_name("C")->excludes(codec);
     fits->add_option("--format", arguments.container, "All codecs in it")->type_name("F")->excludes(container);
 
+    CLI::App* schema =
+        app.add_subcommand("schema", "Print a JSON Schema of presets, for editors that complete and check");
+    schema->add_option("FORMAT", arguments.container, "The container, as list has it; any without it");
+
     CLI::App* check = app.add_subcommand("check", "Tell everything that is wrong with a preset");
     check->add_option("PRESET", arguments.plan.presetFile, "A file, or a name that list presets has")->required();
     check->add_option("INPUT", arguments.plan.input, "The media file that it is for; a usual film stands for it");
@@ -182,7 +186,7 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     CLI::App* catalogue = app.add_subcommand("catalogue", "Write all that is known as a folder of pages");
     AddCatalogueOptions(*catalogue, arguments);
 
-    for (CLI::App* command : {list, show, fits, check, plan, convert, prove, catalogue}) {
+    for (CLI::App* command : {list, show, fits, schema, check, plan, convert, prove, catalogue}) {
         command->add_flag("--json", arguments.json, "Report in JSON on standard output");
     }
 
@@ -230,6 +234,8 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
         }
     } else if (catalogue->parsed()) {
         arguments.command = Command::Catalogue;
+    } else if (schema->parsed()) {
+        arguments.command = Command::Schema;
     } else if (check->parsed()) {
         arguments.command = Command::Check;
         arguments.plan.presetFile = FindPreset(arguments.plan.presetFile);

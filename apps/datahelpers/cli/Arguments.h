@@ -16,7 +16,7 @@ namespace App {
 
 namespace Planner = Kestro::Planner;
 
-enum class Command { List, Show, Fits, Check, Plan, Convert, Prove, Catalogue };
+enum class Command { List, Show, Fits, Schema, Check, Plan, Convert, Prove, Catalogue };
 
 /// In place of a file's name: standard input or output.
 inline constexpr const char* kStandardStream = "-";
@@ -49,7 +49,7 @@ struct Arguments {
     std::string name;                           ///< show
     bool isAutomatic = false;                   ///< show
     std::string codec;                          ///< fits: empty for all
-    std::string container;                      ///< fits: empty for all
+    std::string container;                      ///< fits, schema: empty for all
     PlanOptions plan;                           ///< plan, convert
     std::string output;                         ///< convert, catalogue; plan, or empty
     bool showsCommands = false;                 ///< plan

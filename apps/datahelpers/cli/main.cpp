@@ -14,6 +14,7 @@ extern "C" {
 
 #include "Kestro/Exception.h"
 #include "Kestro/Planner/NotAcceptable.h"
+#include "Kestro/Planner/PresetSchema.h"
 
 #include "cli/Arguments.h"
 #include "cli/Batch.h"
@@ -74,6 +75,12 @@ Json TellFits(const Arguments& arguments) {
     return {{"fits", ToJson(fits)}};
 }
 
+Json WriteSchema(const Arguments& arguments) {
+    const std::string schema = Planner::PresetSchema(Planner::NameMeantBy(Planner::kFormats, arguments.container));
+    if (!arguments.json) std::cout << schema << "\n";
+    return {{"schema", Json::parse(schema)}};
+}
+
 int Report(const Failure& failure, const std::string& command, bool asJson) {
     Print(std::cerr, failure.Said(), TerminalWidth(STDERR_FILENO));
     if (asJson) WriteJson(command, failure.Status(), {{"error", ToJson(failure.Said())}});
@@ -84,6 +91,7 @@ int Report(const Failure& failure, const std::string& command, bool asJson) {
 int Report(const Planner::NotAcceptable& refused, const Arguments& arguments, bool asJson) {
     const std::vector<Planner::Problem>& problems = refused.Problems();
     const bool isUsage = arguments.command == Command::Show || arguments.command == Command::Fits ||
+                         arguments.command == Command::Schema ||
                          problems.front().code == Planner::ProblemCode::UnreadableInput ||
                          problems.front().code == Planner::ProblemCode::OpensOtherFiles;
     const ExitStatus status = isUsage ? ExitStatus::WrongUsage : ExitStatus::NotAcceptable;
@@ -121,6 +129,8 @@ Outcome Run(const Arguments& arguments) {
             return {Show(arguments)};
         case Command::Fits:
             return {TellFits(arguments)};
+        case Command::Schema:
+            return {WriteSchema(arguments)};
         case Command::Check:
             return CheckPreset(arguments);
         case Command::Plan:
