@@ -134,7 +134,8 @@ private:
         const std::vector<std::string> codecs = Codecs(kind);
         const Property* standard = defaults_.FindByPath(kind.CodecIdPath());
         std::vector<std::string> words = codecs;
-        words.push_back(std::string(Preset::kCopy));
+        const char* const copy = Preset::kCopy;
+        words.emplace_back(copy);
         if (standard != nullptr) words.push_back(IFormatCodec::CODEC_ID_AUTO);
         Json schema = AtPath(codecId, OneOf(words), standard == nullptr);
         AddToAll(schema,

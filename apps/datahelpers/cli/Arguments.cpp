@@ -9,6 +9,7 @@
 #include "Kestro/Planner/Text.h"
 
 #include "cli/Failure.h"
+#include "cli/HelpPages.h"
 #include "cli/PlanArguments.h"
 #include "cli/PresetFile.h"
 
@@ -128,8 +129,8 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     CLI::App* fits = app.add_subcommand("fits", "Tell whether a container stores a codec");
     auto* codec = fits->add_option("CODEC", arguments.codec, "As list has it, or another codec by FFmpeg's name");
     auto* container = fits->add_option("CONTAINER", arguments.container, "As list has it");
-    fits->add_option("--codec", arguments.codec, "In all containers")->type_name("C")->excludes(codec);
-    fits->add_option("--format", arguments.container, "All codecs in it")->type_name("F")->excludes(container);
+    fits->add_option("--codec", arguments.codec, "In all containers")->type_name("CODEC")->excludes(codec);
+    fits->add_option("--format", arguments.container, "All codecs in it")->type_name("FORMAT")->excludes(container);
 
     CLI::App* schema =
         app.add_subcommand("schema", "Print a JSON Schema of presets, for editors that complete and check");
@@ -196,6 +197,10 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
         const char* const ask[] = {values[0], count == 3 ? values[2] : "--help", "--help"};
         return ParseArguments(count, ask, arguments);
     }
+    if (word == kManualCommand) {
+        PrintManual(std::cout, app);
+        return false;
+    }
     std::vector<std::string> commands;
     for (const CLI::App* command : app.get_subcommands({})) commands.push_back(command->get_name());
     if (std::ranges::find(commands, word) != commands.end()) {
@@ -229,8 +234,9 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
     } else if (fits->parsed()) {
         arguments.command = Command::Fits;
         if (arguments.codec.empty() && arguments.container.empty()) {
-            throw Failure(ExitStatus::WrongUsage, Complaint{.message = "A codec or a container is required.",
-                                                            .wayOut = "CODEC CONTAINER, --codec C or --format F"});
+            throw Failure(ExitStatus::WrongUsage,
+                          Complaint{.message = "A codec or a container is required.",
+                                    .wayOut = "CODEC CONTAINER, --codec CODEC or --format FORMAT"});
         }
     } else if (catalogue->parsed()) {
         arguments.command = Command::Catalogue;
