@@ -197,8 +197,9 @@ bool ParseArguments(int count, const char* const* values, Arguments& arguments) 
         const char* const ask[] = {values[0], count == 3 ? values[2] : "--help", "--help"};
         return ParseArguments(count, ask, arguments);
     }
-    if (word == kManualCommand) {
-        PrintManual(std::cout, app);
+    if (word == kManualCommand || word == kCompleteCommand) {
+        if (word == kManualCommand) PrintManual(std::cout, app);
+        if (word == kCompleteCommand) PrintCompletions(std::cout, app, {values + 2, values + count});
         return false;
     }
     std::vector<std::string> commands;
