@@ -31,6 +31,7 @@ bool IsStored(const Plan& plan, const PresetStream& wanted, const MediaStream& s
     // Without the mark of a copy, the library also tells whether FFmpeg reads such a file back.
     const bool isReadBack = MuxerTakes(plan.muxer, codec);
     if (WantsCover(wanted) || !isReadBack) return isReadBack;
+    if (FFWrapper::MuxerRecord::Find(plan.muxer).namesCodecs) return true;
     Property copied = codec;
     copied.SetChild(IFormatCodec::TAG_LOSSLESS, true);
     copied.SetChild(IFormatCodec::TAG_MAIN_STREAM, true);

@@ -18,6 +18,7 @@ struct KESTRO_FFWRAPPER_API MuxerRecord {
     bool hasRotation = false;      ///< a picture that players turn before they show it
     bool namesTracks = false;      ///< a stream's title goes by "handler_name"
     bool hasMovableIndex = false;  ///< the index can be moved to the front
+    bool namesCodecs = false;      ///< by names of its own, also those that have no tag
     bool hasTimestamps = true;     ///< false: a stream begins with the file and has no holes
 
     /// The muxer's row; that of a muxer that keeps nothing where there is none.
