@@ -89,6 +89,14 @@ void AddProveOptions(CLI::App& command, ProveOptions& options) {
         .add_option("--against", options.against,
                     "Proof files: fail where something that the one of this generation of FFmpeg calls proven is not")
         ->type_name("FILE...");
+    auto* page = command.add_option("--page", options.pages, "Print a page, in Markdown, of these proof files")
+                     ->type_name("FILE...");
+    command.add_option("--explained", options.explained, "With --page: a JSON file that explains contradictions")
+        ->type_name("FILE")
+        ->needs(page);
+    for (const char* name : {"--output", "--jobs", "--sample", "--only", "--against"}) {
+        page->excludes(command.get_option(name));
+    }
 }
 
 void AddCatalogueOptions(CLI::App& command, Arguments& arguments) {

@@ -136,7 +136,8 @@ Outcome Run(const Arguments& arguments) {
         case Command::Plan:
             return PlanOnly(arguments);
         case Command::Prove:
-            return ProveOffers(arguments.prove, arguments.json);
+            return arguments.prove.pages.empty() ? ProveOffers(arguments.prove, arguments.json)
+                                                 : WriteProofPage(arguments.prove, arguments.json);
         case Command::Catalogue:
             return WriteCatalogue(arguments);
         case Command::Convert:

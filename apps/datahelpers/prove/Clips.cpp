@@ -186,7 +186,10 @@ bool Clips::MakeByPlan(const Footage& footage, const std::string& source) const 
 
 void Clips::MakeAlone(const Footage& footage) const {
     const bool isText = footage.type != StreamType::Subtitle || Kestro::FFWrapper::IsTextSubtitle(footage.codec);
-    if (footage.codec == kBitmapSubtitle) return Finish(footage, Path("bitmap.sup"), ".sup");
+    if (footage.codec == kBitmapSubtitle) {
+        std::filesystem::copy_file(Path("bitmap.sup"), Path("part-bitmap.sup"));
+        return Finish(footage, Path("part-bitmap.sup"), ".sup");
+    }
     const std::string encoder = EncoderOf(footage.codec);
     if (isText && MakeByPlan(footage, Path("clip.mkv"))) return;
     const std::string container = StoringContainer(footage.codec);

@@ -11,6 +11,7 @@
 #include "convert/Converter.h"
 #include "prove/Combinations.h"
 #include "prove/ProofFile.h"
+#include "prove/ProofPage.h"
 #include "prove/ProveRun.h"
 #include "prove/ProveTable.h"
 #include "report/Text.h"
@@ -116,6 +117,23 @@ Outcome ProveOffers(const ProveOptions& asked, bool asJson) {
              {"seconds", seconds},
              {"jobs", options.jobs}},
             wrong.empty() ? ExitStatus::Done : ExitStatus::ConversionFailed};
+}
+
+Outcome WriteProofPage(const ProveOptions& options, bool asJson) {
+    std::vector<ProofRecord> proofs;
+    for (const std::string& path : options.pages) proofs.push_back(ReadProof(path));
+    const std::vector<Explanation> explanations =
+        options.explained.empty() ? std::vector<Explanation>() : ReadExplanations(options.explained);
+    const std::string page = ProofPage(proofs, explanations);
+    if (!asJson) std::cout << page;
+    std::vector<Proof> open;
+    for (const ProofRecord& proof : proofs) {
+        std::ranges::copy_if(proof.rows, std::back_inserter(open), [&](const Proof& row) {
+            return row.verdict == Verdict::Contradicts && Explain(row, explanations) == nullptr;
+        });
+    }
+    return {{{"page", page}, {"unexplained", RowsJson(open)}},
+            open.empty() ? ExitStatus::Done : ExitStatus::ConversionFailed};
 }
 
 }  // namespace App

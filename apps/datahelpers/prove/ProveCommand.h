@@ -9,4 +9,7 @@ namespace App {
 /// proofs, is no longer proven. Throws Failure.
 Outcome ProveOffers(const ProveOptions& options, bool asJson);
 
+/// `prove --page`: the page goes to standard output. ConversionFailed where a contradiction has no explanation.
+Outcome WriteProofPage(const ProveOptions& options, bool asJson);
+
 }  // namespace App

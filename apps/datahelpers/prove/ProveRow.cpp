@@ -138,9 +138,11 @@ void CompareDecoded(const Plan& plan, const Decoded& decoded, std::vector<std::s
     }
 }
 
-/// As one line, without what is another in every run: the folder's name, addresses in memory.
+/// As one line, without what is another in every run: the folders' names, addresses in memory.
 std::string Plainly(std::string text, const std::string& folder) {
-    for (std::size_t at = 0; (at = text.find(folder)) != std::string::npos;) text.erase(at, folder.size() + 1);
+    for (const std::string& one : {folder, folder.substr(0, folder.rfind('/'))}) {
+        for (std::size_t at = 0; (at = text.find(one)) != std::string::npos;) text.erase(at, one.size() + 1);
+    }
     for (std::size_t at = 0; (at = text.find(" @ 0x")) != std::string::npos;) {
         text.erase(at, text.find_first_of("] ", at + 5) - at);
     }
@@ -156,6 +158,7 @@ void Refuse(const Planner::Problem& problem, Proof& proof) {
     proof.verdict = isNoEncoder ? Verdict::NoEncoder : Verdict::Refused;
     if (!isNoEncoder) proof.by = "planner: " + std::string(Planner::ProblemText(problem.code));
     proof.why = problem.message;
+    if (proof.why.find(problem.cause) == std::string::npos) proof.why += " " + problem.cause;
 }
 
 void CarryOut(const Plan& plan, const std::string& output, Proof& proof) {

@@ -1,8 +1,10 @@
 #include "prove/ProveTable.h"
 
 #include <algorithm>
+#include <cctype>
 #include <iomanip>
 #include <ostream>
+#include <tuple>
 
 #include "report/Text.h"
 
@@ -10,6 +12,7 @@ namespace App {
 namespace {
 
 constexpr int kColumn = 12;
+constexpr const char* kAny = "…";
 
 void PrintCounts(std::ostream& out, const std::string& name, Counts counts) {
     std::size_t sum = 0;
@@ -33,6 +36,24 @@ void PrintReasons(std::ostream& out, const std::vector<Proof>& rows, Verdict ver
     }
 }
 
+/// What the row says, without its own names and values.
+std::string Generally(const Proof& row) {
+    std::vector<std::string> own{row.format};
+    for (const auto& [type, codec] : row.codecs) own.push_back(codec);
+    for (const Planner::Change& setting : row.settings) own.push_back(setting.value);
+    std::string why = row.why;
+    const auto isPart = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '/'; };
+    for (const std::string& name : own) {
+        for (std::size_t at = 0; !name.empty() && (at = why.find(name, at)) != std::string::npos;) {
+            const std::size_t end = at + name.size();
+            const bool isWord = (at == 0 || !isPart(why[at - 1])) && (end == why.size() || !isPart(why[end]));
+            if (isWord) why.replace(at, name.size(), kAny);
+            at += isWord ? std::string(kAny).size() : 1;
+        }
+    }
+    return why;
+}
+
 }  // namespace
 
 Counts Count(const std::vector<Proof>& rows) {
@@ -54,9 +75,10 @@ std::vector<Reason> Reasons(const std::vector<Proof>& rows, Verdict verdict) {
     std::vector<Reason> reasons;
     for (const Proof& row : rows) {
         if (row.verdict != verdict) continue;
-        const auto isSame = [&row](const Reason& reason) { return reason.by == row.by && reason.why == row.why; };
+        const std::string why = Generally(row);
+        const auto isSame = [&](const Reason& reason) { return reason.by == row.by && reason.why == why; };
         auto found = std::ranges::find_if(reasons, isSame);
-        if (found == reasons.end()) found = reasons.insert(found, {row.by, row.why, 0, row.id});
+        if (found == reasons.end()) found = reasons.insert(found, {row.by, why, 0, row.id});
         ++found->count;
     }
     std::ranges::stable_sort(reasons, [](const Reason& one, const Reason& other) { return one.count > other.count; });

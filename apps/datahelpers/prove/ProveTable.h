@@ -16,11 +16,11 @@ Json ToJson(const Counts& counts);
 /// Rows with the same reason: who says it and why, and how many.
 struct Reason {
     std::string by;
-    std::string why;
+    std::string why;  ///< what differs from row to row, the row's own codecs and values, stands as "…"
     std::size_t count = 0;
     std::string example;  ///< a row's id
 };
-/// The reasons of that verdict, the most frequent first. Names and numbers that differ from row to row stay.
+/// The reasons of that verdict, the most frequent first.
 std::vector<Reason> Reasons(const std::vector<Proof>& rows, Verdict verdict);
 
 /// What the rows are about, in the order in which they come first.
