@@ -2,13 +2,17 @@
 import assert from "node:assert/strict";
 import { readdirSync, readFileSync, statSync } from "node:fs";
 import { dirname, join, normalize } from "node:path";
-import { test } from "node:test";
+import { after, before, test } from "node:test";
 import { folder, launch, open, report } from "./browser.mjs";
 
 const pages = readdirSync(folder, { recursive: true }).map(String).filter((name) => name.endsWith(".html"));
 const read = new Map(pages.map((page) => [page, readFileSync(join(folder, page), "utf8")]));
 const all = (text, pattern) => [...text.matchAll(pattern)].map((match) => match[1]);
 const ids = new Map([...read].map(([page, text]) => [page, all(text, / id="([^"]+)"/g)]));
+
+let browser;
+before(async () => { browser = await launch(); });
+after(() => browser.close());
 
 test("every link leads to something", () => {
     const dead = [];
@@ -41,7 +45,6 @@ test("every helper has a page, every page a title, a heading and ids of its own"
 });
 
 test("a sheet shows what the program shows", async () => {
-    const browser = await launch();
     for (const [kind, folderOf, name] of [["format", "formats", "dvd"], ["video", "video", "h264"], ["audio", "audio", "mp3"], ["filter", "filters", "VideoResize"]]) {
         const sheet = report("show", kind, name);
         const page = await open(browser, `${folderOf}/${name}.html`);
@@ -57,5 +60,4 @@ test("a sheet shows what the program shows", async () => {
         assert.deepEqual(defaults, sheet.defaults);
         assert.deepEqual(page.faults, []);
     }
-    await browser.close();
 });

@@ -28,7 +28,7 @@ test("every cell says what the program says", async () => {
             const standing = fits
                 ? defaultIds.includes(codec) ? "default" : offered.includes(codec) ? "offered" : "stored"
                 : offered.includes(codec) ? "doubtful" : "refused";
-            assert.deepEqual([cell.standing, cell.why, cell.label], [standing, reason ?? "", `${codec} in ${name}: ${standing}`]);
+            assert.deepEqual([cell.standing, cell.why, cell.label.split(", ")[0]], [standing, reason ?? "", `${codec} in ${name}: ${standing}`]);
             refused += standing === "refused" ? 1 : 0;
         }
     }
@@ -100,12 +100,11 @@ test("a click gives the reason, and so does the keyboard", async () => {
 
 test("what was tried is told, as text whatever it holds", async () => {
     const page = await open(browser, "index.html");
-    const marks = { "h264 in mp4: default": "proven", "hevc in mp4: offered": "contradicts", "aac in mp4: default": "proven", "vp8 in matroska: stored": "proven", "vp9 in webm: offered": "" };
-    for (const [label, mark] of Object.entries(marks)) {
+    for (const label of ["h264 in mp4: default, proven", "hevc in mp4: offered, contradicts", "aac in mp4: default, proven", "vp8 in matroska: stored, proven", "vp9 in webm: offered"]) {
         const classes = await page.$eval(`a[aria-label="${label}"]`, (link) => [...link.closest("td").classList]);
-        assert.deepEqual(classes.slice(1), mark ? [mark] : [], label);
+        assert.deepEqual(classes, label.split(": ")[1].split(", "), label);
     }
-    await page.click('a[aria-label="hevc in mp4: offered"]');
+    await page.click('a[aria-label="hevc in mp4: offered, contradicts"]');
     assert.match(await answer(page), /<img src=x onerror=alert\(1\)> & \\u202eturned/);
     const proof = await open(browser, "proof.html");
     assert.equal(await proof.$$eval("img", (images) => images.length), 0);

@@ -85,13 +85,9 @@ public:
         : sheet_(*codec.sheet), helper_(Planner::FindHelper(Planner::kVideoCodecs, codec.id)) {}
 
     Curve Make() const {
-        Curve curve{.pointsAre = "frame size", .points = {}, .blocks = {}};
-        const std::vector<Size> sizes = Sizes();
-        for (const auto& [width, height] : sizes) {
-            curve.points.push_back(std::to_string(width) + " x " + std::to_string(height));
-        }
+        Curve curve{.pointsAre = "frame size", .blocks = {}};
         for (const Ratio& fps : {Ratio(30), Ratio(30'000, 1001), Ratio(24), Ratio(25), Ratio(50), Ratio(60)}) {
-            Curve::Block block = MakeBlock(sizes, fps);
+            Curve::Block block = MakeBlock(fps);
             if (!block.series.empty()) curve.blocks.push_back(std::move(block));
         }
         return curve;
@@ -123,7 +119,6 @@ private:
 
     /// quality: 0 for none, the bitrate is left to the helper.
     std::optional<int64_t> Answer(const Size& size, const Ratio& fps, int64_t quality) const {
-        if (!KeepsRules(sheet_, Stream(size, fps))) return std::nullopt;
         return Bitrate([&] {
             Property preset = sheet_.defaults;
             preset.SetChild(IFormatCodec::TAG_BITRATE_MODE,
@@ -138,13 +133,19 @@ private:
         });
     }
 
-    Curve::Block MakeBlock(const std::vector<Size>& sizes, const Ratio& fps) const {
+    Curve::Block MakeBlock(const Ratio& fps) const {
         std::vector<int64_t> qualities = {0};
         const auto mode = sheet_.constraints.find(IFormatCodec::TAG_BITRATE_MODE);
         if (mode != sheet_.constraints.end() && mode->second->IsValid({{}, IFormatCodec::TAG_BITRATE_MODE_VBR})) {
             qualities = {100, 75, 0, 50, 25, 1};
         }
-        Curve::Block block{.name = Kestro::Core::PropertyValueToString({{}, fps}) + " frames/s", .series = {}};
+        std::vector<Size> sizes = Sizes();
+        std::erase_if(sizes, [&](const Size& size) { return !KeepsRules(sheet_, Stream(size, fps)); });
+        Curve::Block block{
+            .name = Kestro::Core::PropertyValueToString({{}, fps}) + " frames/s", .points = {}, .series = {}};
+        for (const auto& [width, height] : sizes) {
+            block.points.push_back(std::to_string(width) + " x " + std::to_string(height));
+        }
         if (fps.denominator() == 1) block.name = std::to_string(fps.numerator()) + " frames/s";
         for (const int64_t quality : qualities) {
             Curve::Series series{.name = quality > 0 ? "quality " + std::to_string(quality) : "automatic",
@@ -166,10 +167,10 @@ public:
         : sheet_(*codec.sheet), helper_(Planner::FindHelper(Planner::kAudioCodecs, codec.id)) {}
 
     Curve Make() const {
-        Curve curve{.pointsAre = "sample rate", .points = {}, .blocks = {}};
+        Curve curve{.pointsAre = "sample rate", .blocks = {}};
         const std::vector<Property> rates = Rates();
-        for (const Property& rate : rates) curve.points.push_back(std::to_string(rate.GetInt64()) + " Hz");
         Curve::Block block;
+        for (const Property& rate : rates) block.points.push_back(std::to_string(rate.GetInt64()) + " Hz");
         for (const char* layout : {"5.1", "stereo", "mono"}) AddLayout(rates, layout, block);
         if (!block.series.empty()) curve.blocks.push_back(std::move(block));
         return curve;

@@ -22,10 +22,10 @@ struct Curve {
     /// Points and series of one table.
     struct Block {
         std::string name;  ///< "30 frames/s"; empty where there is one block
+        std::vector<std::string> points;
         std::vector<Series> series;
     };
-    std::string pointsAre;  ///< "frame size"
-    std::vector<std::string> points;
+    std::string pointsAre;      ///< "frame size"
     std::vector<Block> blocks;  ///< the first is drawn
 
     bool IsFlat() const;  ///< every line of the first block is level

@@ -21,7 +21,6 @@ using Kestro::Conf::IPreset;
 using Kestro::Conf::StreamType;
 using Kestro::Core::Property;
 using Kestro::Core::PropertyValueToString;
-using Planner::Account;
 using Planner::MediaInfo;
 using Planner::MediaStream;
 using Planner::Plan;

@@ -33,16 +33,16 @@ std::string ProofInWords(const Cell& cell, const Proof& proof) {
 
 Markup MakeCell(const Container& container, const Codec& codec, const Cell& cell, const Knowledge& knowledge) {
     const std::string standing = Name(cell.standing);
-    const bool isContradicted = cell.proof == "contradicts";
+    const bool isContradicted = cell.proof == "contradicts" && cell.standing != Standing::Doubtful;
+    const std::string tried = cell.proof.empty() ? "" : ", " + cell.proof;
     const std::string proof = knowledge.proof ? ProofInWords(cell, *knowledge.proof) : std::string();
     const Markup link = Element("a",
                                 {{"href", AddressOf(container) + "#" + AnchorOf(codec.id)},
-                                 {"aria-label", codec.id + " in " + container.name + ": " + standing},
+                                 {"aria-label", codec.id + " in " + container.name + ": " + standing + tried},
                                  {cell.reason.empty() ? "" : "data-why", cell.reason},
                                  {proof.empty() ? "" : "data-proof", proof}},
                                 std::string(Symbol(cell.standing)) + (isContradicted ? "!" : ""));
-    const std::string proven = cell.proof.empty() ? "" : " " + cell.proof;
-    return Element("td", {{"class", standing + proven}}, link);
+    return Element("td", {{"class", standing + (cell.proof.empty() ? "" : " " + cell.proof)}}, link);
 }
 
 Markup RowHead(const Container& container) {
@@ -151,13 +151,23 @@ Markup Table(const StreamRecord& kind, const Knowledge& knowledge) {
     return Element("section", {{"class", "kind"}, {"data-kind", word}, {"aria-labelledby", id}}, section);
 }
 
-Markup Legend() {
+Markup LegendEntry(const std::string& classes, const std::string& symbol, const std::string& name,
+                   const std::string& words) {
+    const Markup mark = Element("span", {{"class", "mark " + classes}, {"aria-hidden", "true"}}, symbol);
+    return Element("div", Element("dt", mark + " " + name) + Element("dd", words));
+}
+
+Markup Legend(const Knowledge& knowledge) {
     Markup entries;
     for (const Standing standing :
          {Standing::Default, Standing::Offered, Standing::Stored, Standing::Doubtful, Standing::Refused}) {
-        const Markup mark = Element("span", {{"class", std::string("mark ") + Name(standing)}, {"aria-hidden", "true"}},
-                                    Symbol(standing));
-        entries += Element("div", Element("dt", mark + " " + Name(standing)) + Element("dd", InWords(standing)));
+        entries += LegendEntry(Name(standing), Symbol(standing), Name(standing), InWords(standing));
+    }
+    if (knowledge.proof) {
+        const std::string symbol = Symbol(Standing::Offered);
+        entries +=
+            LegendEntry("offered proven", symbol, "proven", "underlined: FFmpeg wrote it, and it read back as planned");
+        entries += LegendEntry("contradicts", symbol + "!", "contradicts", "tried, and it came out other than planned");
     }
     return Element("dl", {{"class", "legend"}}, entries);
 }
@@ -225,7 +235,7 @@ Page MatrixPage(const Knowledge& knowledge) {
                                 Counted(static_cast<std::size_t>(codecs), "codec") + " and " +
                                 Counted(knowledge.filters.size(), "filter") +
                                 ": what goes into what, with which settings, by which rules \u2013 and why not.")) +
-        Ways() + Filters() + Legend() +
+        Ways() + Filters() + Legend(knowledge) +
         Element("p", {{"class", "hint"}, {"id", "readout"}}, "Every mark leads to its reason.");
     for (const StreamRecord& kind : StreamRecord::All()) content += Table(kind, knowledge);
     return {.path = "index.html", .title = "Matrix", .content = content + Dialog(), .scripts = {"matrix.js"}};

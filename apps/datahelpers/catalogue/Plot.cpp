@@ -126,11 +126,11 @@ Markup Draw(const Curve& curve, const std::string& codec) {
         grid += Rule(kLeft, y, kWidth - kRight, y, "grid") + Label(kLeft - 8, y + 4, "end", BitrateText(tick));
     }
     // Names that would run into each other stand on two levels.
-    for (std::size_t i = 0; i < curve.points.size(); ++i) {
-        const double x = PlaceOf(i, curve.points.size());
-        const bool isLower = curve.points.size() > 5 && i % 2 == 1;
+    for (std::size_t i = 0; i < block.points.size(); ++i) {
+        const double x = PlaceOf(i, block.points.size());
+        const bool isLower = block.points.size() > 5 && i % 2 == 1;
         grid += Rule(x, kHeight - kBottom, x, kHeight - kBottom + (isLower ? 5 + kLine : 5), "axis") +
-                Label(x, kHeight - kBottom + (isLower ? 2 : 1) * kLine + 4, "middle", curve.points[i]);
+                Label(x, kHeight - kBottom + (isLower ? 2 : 1) * kLine + 4, "middle", block.points[i]);
     }
     const std::string at = block.name.empty() ? "" : ", at " + block.name;
     drawn += Element("g", {{"class", "axes"}},
@@ -149,15 +149,13 @@ Markup Table(const Curve& curve, const Curve::Block& block) {
     std::vector<Column> columns = {curve.pointsAre};
     for (const Curve::Series& series : block.series) columns.emplace_back(series.Title(), true);
     Markup rows;
-    for (std::size_t i = 0; i < curve.points.size(); ++i) {
-        Markup cells;
-        bool isEmpty = true;
+    for (std::size_t i = 0; i < block.points.size(); ++i) {
+        Markup cells = Element("th", {{"scope", "row"}}, block.points[i]);
         for (const Curve::Series& series : block.series) {
-            isEmpty = isEmpty && !series.bitrates[i];
             cells += Element("td", {{"class", "number"}},
                              series.bitrates[i] ? BitrateText(*series.bitrates[i]) : std::string("\u2013"));
         }
-        if (!isEmpty) rows += Element("tr", Element("th", {{"scope", "row"}}, curve.points[i]) + cells);
+        rows += Element("tr", cells);
     }
     return ScrollingTable(block.name.empty() ? "Bitrates" : "Bitrates at " + block.name, columns, rows, block.name);
 }
@@ -190,8 +188,10 @@ Markup Plot(const Curve& curve, const std::string& codec) {
     if (curve.IsFlat()) return LevelLines(curve);
     Markup tables;
     for (const Curve::Block& block : curve.blocks) tables += Table(curve, block);
-    return Element("figure",
-                   Draw(curve, codec) + Element("details", Element("summary", "The numbers as tables") + tables));
+    const Markup drawing =
+        Element("div", {{"class", "scroll"}, {"role", "group"}, {"tabindex", "0"}, {"aria-label", "Drawing"}},
+                Draw(curve, codec));
+    return Element("figure", drawing + Element("details", Element("summary", "The numbers as tables") + tables));
 }
 
 }  // namespace App::Catalogue
