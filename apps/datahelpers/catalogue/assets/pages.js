@@ -1,6 +1,7 @@
 "use strict";
 
-// Helper pages and lists: what a link leads to is unfolded, what is printed too, and lists are searched.
+// Helper pages and lists: what a link leads to is unfolded, what is printed too but for long lists of trials, and lists are
+// searched.
 
 function unfold() {
     const target = document.getElementById(decodeURIComponent(location.hash.slice(1)));
@@ -11,7 +12,7 @@ function unfold() {
 }
 addEventListener("hashchange", unfold);
 addEventListener("beforeprint", () => {
-    for (const folded of document.querySelectorAll("details")) folded.open = true;
+    for (const folded of document.querySelectorAll("details:not(.proof)")) folded.open = true;
 });
 unfold();
 
