@@ -15,7 +15,7 @@ namespace Kestro::Planner {
 /// "a b c".
 KESTRO_PLANNER_API std::string Join(std::span<const std::string> words, std::string_view separator = " ");
 
-/// The text with what could steer a terminal or hide something written as \x1b or \u202e: control characters, those
+/// The text with what could steer a terminal or hide something written as `\x1b` or `\u202e`: control characters, those
 /// that turn the direction of writing, bytes that are no UTF-8.
 KESTRO_PLANNER_API std::string Printable(std::string_view text);
 
