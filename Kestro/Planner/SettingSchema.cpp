@@ -136,11 +136,13 @@ std::vector<Domain> DomainsOf(const SettingRequirements& required, const std::st
 Json SchemaRef(const std::string& definition) { return {{"$ref", "#/$defs/" + definition}}; }
 
 Json AtPath(const std::string& path, Json schema, bool isRequired) {
-    const std::vector<std::string> names = Segments(path);
-    for (auto name = names.rbegin(); name != names.rend(); ++name) {
-        Json object{{"type", "object"}, {"properties", {{*name, std::move(schema)}}}};
-        if (isRequired) object["required"] = Json::array({*name});
+    std::vector<std::string> names = Segments(path);
+    while (!names.empty()) {
+        const std::string& name = names.back();
+        Json object{{"type", "object"}, {"properties", {{name, std::move(schema)}}}};
+        if (isRequired) object["required"] = Json::array({name});
         schema = std::move(object);
+        names.pop_back();
     }
     return schema;
 }
