@@ -131,12 +131,16 @@ void ApplyFilters(const PresetStream& stream, const Requirements& requirements, 
     ForEachValue(settings.Codec(), {}, [&, before = settings.Codec()](const std::string& place, const Property&) {
         const Property* after = codec.FindByPath(place);
         const std::string path = settings.PathOf(place);
-        if (after == nullptr || *after == before.ChildByPath(place)) return;
+        if (after == nullptr) return;
         const Property* wanted = settings.IsAsked(path) ? stream.settings.FindByPath(path) : nullptr;
+        const bool isOther = wanted != nullptr && !(*wanted == *after);
+        const std::string reason = isOther ? FilterReason(path, *wanted, requirements, settings) : std::string();
+        // A value that was moved is told also where the input's is the nearest.
+        if (*after == before.ChildByPath(place) && reason.empty()) return;
         const bool isSide = place == IFormatCodecVideo::TAG_WIDTH || place == IFormatCodecVideo::TAG_HEIGHT;
-        if (wanted != nullptr && !(*wanted == *after)) {
+        if (isOther) {
             settings.Set(place, *wanted, Origin::Preset);
-            settings.Set(place, *after, Origin::Filter, FilterReason(path, *wanted, requirements, settings));
+            settings.Set(place, *after, Origin::Filter, reason);
         } else if (wanted != nullptr || !isSide || !path.starts_with(IFilterResize::CLASS_ID)) {
             settings.Set(place, *after, Origin::Preset);
         } else if (isSized) {

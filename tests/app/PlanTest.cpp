@@ -36,6 +36,8 @@ TEST_F(Plans, CorrectWhatIsNotAccepted) {
         {"mp4 $clip", ""},
         {"--preset $presets/mp4-h264-aac.json $clip $ac/BitRate=100000", "audio/BitRate=96000 "},
         {"mp4 $clip $sound/SampleRate=44000 $fps=7", "video/Fps=8/1 audio/SampleRate=44100 "},
+        {"mp4 $clip $sound/SampleRate=95000 $fps=23",
+         "video/Fps=24000/1001 audio/SampleRate=96000 "},  // as in the input
         {"dvd $clip $fps=25", ofNtsc + ofDvd},
         {"mp4 $clip --audio mp3", ofDvd},
         {"mp4 $clip --audio mp3 $sound/SampleRate=auto", "audio/Layout=stereo "},  // it was left open
