@@ -42,7 +42,11 @@ install(
 install(
     DIRECTORY "${PROJECT_SOURCE_DIR}/docs"
     DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-    COMPONENT documentation)
+    COMPONENT documentation
+    FILES_MATCHING
+    PATTERN "*.md"
+    PATTERN man EXCLUDE
+    PATTERN reference EXCLUDE)
 # What an application developer copies from.
 if(KESTRO_BUILD_PLANNER)
     install(

@@ -102,7 +102,7 @@ Words Values(const Line& line, const CLI::Option& option) {
         values = {"all", "none"};
     } else if (what == "FOLDER") {
         values.emplace_back(kFolders);
-    } else if (what != "SIZE" && what != "TIME" && what != "N" && what != "PATH=VALUE") {
+    } else if (option.get_positional() || what.starts_with("FILE")) {
         values.emplace_back(kFiles);
     }
     std::ranges::sort(values);
