@@ -22,11 +22,6 @@ struct Entry {
     const Cell* cell;
 };
 
-Markup Mark(Standing standing) {
-    return Element("span", {{"class", std::string("mark ") + Name(standing)}, {"aria-hidden", "true"}},
-                   Symbol(standing));
-}
-
 Markup Taken(const Entry& entry) {
     const Cell& cell = *entry.cell;
     std::string words = Name(cell.standing);

@@ -49,16 +49,6 @@ Markup RowHead(const Container& container) {
     return Element("th", {{"scope", "row"}}, Link(AddressOf(container), container.name));
 }
 
-/// The ids of the codecs of a kind that a container takes: the filters hide rows by them.
-std::vector<std::string> Taken(const Container& container, const std::vector<std::size_t>& columns,
-                               const Knowledge& knowledge) {
-    std::vector<std::string> taken;
-    for (const std::size_t column : columns) {
-        if (IsTaken(container.cells[column].standing)) taken.push_back(knowledge.codecs[column].id);
-    }
-    return taken;
-}
-
 Markup Row(const Container& container, const std::vector<std::size_t>& columns, const Knowledge& knowledge) {
     Markup cells = RowHead(container);
     for (const std::size_t column : columns) {
@@ -67,7 +57,22 @@ Markup Row(const Container& container, const std::vector<std::size_t>& columns, 
     return Element("tr", {{"data-search", Searched(container.name, container.also, container.extension)}}, cells);
 }
 
-/// Of a container that takes one codec, and refuses all others alike.
+/// Whether a container takes one codec, as is plain, and refuses all others for the same reason.
+bool IsShort(const Container& container, const std::vector<std::size_t>& columns) {
+    std::string reason;
+    std::size_t taken = 0;
+    for (const std::size_t column : columns) {
+        const Cell& cell = container.cells[column];
+        if (IsTaken(cell.standing)) {
+            if (++taken > 1 || cell.standing == Standing::Doubtful || cell.proof == "contradicts") return false;
+            continue;
+        }
+        if (reason.empty()) reason = cell.reason;
+        if (reason != cell.reason) return false;
+    }
+    return taken == 1;
+}
+
 Markup ShortRow(const Container& container, const std::vector<std::size_t>& columns, const Knowledge& knowledge) {
     Markup content;
     std::string reason;
@@ -79,28 +84,15 @@ Markup ShortRow(const Container& container, const std::vector<std::size_t>& colu
             continue;
         }
         const Codec& codec = knowledge.codecs[column];
+        const std::string words = Name(cell.standing) + (cell.proof.empty() ? "" : ", " + cell.proof);
         taken = codec.id;
-        content = Element("span", {{"class", std::string("mark ") + Name(cell.standing)}, {"aria-hidden", "true"}},
-                          Symbol(cell.standing)) +
-                  " " + Link(AddressOf(codec), codec.id) +
-                  Element("span", {{"class", "hidden"}}, ", " + std::string(Name(cell.standing)));
+        content = Mark(cell.standing, cell.proof) + " " + Link(AddressOf(codec), codec.id) +
+                  Element("span", {{"class", "hidden"}}, ", " + words);
     }
     content += Element("span", {{"class", "why"}}, " \u2013 others refused: " + reason);
     return Element(
         "tr", {{"data-search", Searched(container.name, container.also, container.extension)}, {"data-only", taken}},
         RowHead(container) + Element("td", {{"class", "only"}, {"colspan", std::to_string(columns.size())}}, content));
-}
-
-/// Whether one codec is taken, beyond doubt, and all others are refused for the same reason.
-bool IsShort(const Container& container, const std::vector<std::size_t>& columns, std::size_t taken) {
-    std::string reason;
-    const auto isAlike = [&](std::size_t column) {
-        const Cell& cell = container.cells[column];
-        if (IsTaken(cell.standing)) return cell.standing != Standing::Doubtful;
-        if (reason.empty()) reason = cell.reason;
-        return reason == cell.reason;
-    };
-    return taken == 1 && std::ranges::all_of(columns, isAlike);
 }
 
 Markup Head(const std::vector<std::size_t>& columns, const Knowledge& knowledge) {
@@ -121,11 +113,11 @@ Markup Table(const StreamRecord& kind, const Knowledge& knowledge) {
     Markup none;
     std::size_t without = 0;
     for (const Container& container : knowledge.containers) {
-        const std::vector<std::string> taken = Taken(container, columns, knowledge);
-        if (taken.empty()) {
+        const auto isTaken = [&](std::size_t column) { return IsTaken(container.cells[column].standing); };
+        if (std::ranges::none_of(columns, isTaken)) {
             ++without;
             none += Element("li", Link(AddressOf(container) + "#" + word, container.name));
-        } else if (IsShort(container, columns, taken.size())) {
+        } else if (IsShort(container, columns)) {
             shortRows += ShortRow(container, columns, knowledge);
         } else {
             rows += Row(container, columns, knowledge);
@@ -151,23 +143,20 @@ Markup Table(const StreamRecord& kind, const Knowledge& knowledge) {
     return Element("section", {{"class", "kind"}, {"data-kind", word}, {"aria-labelledby", id}}, section);
 }
 
-Markup LegendEntry(const std::string& classes, const std::string& symbol, const std::string& name,
-                   const std::string& words) {
-    const Markup mark = Element("span", {{"class", "mark " + classes}, {"aria-hidden", "true"}}, symbol);
-    return Element("div", Element("dt", mark + " " + name) + Element("dd", words));
-}
-
 Markup Legend(const Knowledge& knowledge) {
     Markup entries;
+    const auto add = [&entries](const Markup& mark, const char* name, const char* words) {
+        entries += Element("div", Element("dt", mark + " " + name) + Element("dd", words));
+    };
     for (const Standing standing :
          {Standing::Default, Standing::Offered, Standing::Stored, Standing::Doubtful, Standing::Refused}) {
-        entries += LegendEntry(Name(standing), Symbol(standing), Name(standing), InWords(standing));
+        add(Mark(standing), Name(standing), InWords(standing));
     }
     if (knowledge.proof) {
-        const std::string symbol = Symbol(Standing::Offered);
-        entries +=
-            LegendEntry("offered proven", symbol, "proven", "underlined: FFmpeg wrote it, and it read back as planned");
-        entries += LegendEntry("contradicts", symbol + "!", "contradicts", "tried, and it came out other than planned");
+        add(Mark(Standing::Offered, "proven"), "proven", "underlined: FFmpeg wrote it, and it read back as planned");
+        const std::string symbol = std::string(Symbol(Standing::Offered)) + "!";
+        add(Element("span", {{"class", "mark contradicts"}, {"aria-hidden", "true"}}, symbol), "contradicts",
+            "tried, and it came out other than planned");
     }
     return Element("dl", {{"class", "legend"}}, entries);
 }

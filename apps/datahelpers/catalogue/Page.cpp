@@ -99,6 +99,11 @@ const char* WordFor(StreamType type) {
     return type == StreamType::Video ? "video" : type == StreamType::Audio ? "audio" : "subtitles";
 }
 
+Markup Mark(Standing standing, const std::string& more) {
+    const std::string classes = std::string("mark ") + Name(standing) + (more.empty() ? "" : " " + more);
+    return Element("span", {{"class", classes}, {"aria-hidden", "true"}}, Symbol(standing));
+}
+
 std::string Counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }

@@ -36,6 +36,9 @@ std::string AnchorOf(const std::string& name);
 const char* HeadingOf(Kestro::Conf::StreamType type);
 const char* WordFor(Kestro::Conf::StreamType type);
 
+/// The symbol of a standing, for the eye alone: beside it stands what it is. more: classes.
+Markup Mark(Standing standing, const std::string& more = {});
+
 /// "1 container", "2 containers".
 std::string Counted(std::size_t count, const std::string& what);
 

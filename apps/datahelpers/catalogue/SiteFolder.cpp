@@ -56,19 +56,22 @@ public:
     Exchange(fs::path folder, fs::path taken) : folder_(std::move(folder)), taken_(std::move(taken)) {}
     ~Exchange() {
         std::error_code none;
-        for (auto name = names_.rbegin(); name != names_.rend(); ++name) {
-            fs::rename(folder_ / *name, taken_ / ("new-" + *name), none);
-            fs::rename(taken_ / *name, folder_ / *name, none);
+        for (const std::string& name : names_) {
+            fs::rename(folder_ / name, taken_ / ("new-" + name), none);
+            fs::rename(taken_ / name, folder_ / name, none);
         }
     }
     Exchange(const Exchange&) = delete;
     Exchange& operator=(const Exchange&) = delete;
 
     void Put(const fs::path& from, const std::string& name) {
-        names_.push_back(name);
         std::error_code error;
-        if (fs::exists(fs::symlink_status(folder_ / name, error))) fs::rename(folder_ / name, taken_ / name, error);
-        if (!error || error == std::errc::no_such_file_or_directory) fs::rename(from / name, folder_ / name, error);
+        const bool isTaken = fs::symlink_status(folder_ / name, error).type() != fs::file_type::not_found;
+        error.clear();
+        if (isTaken) fs::rename(folder_ / name, taken_ / name, error);
+        if (error) ThrowUnwritable(folder_ / name, error.message(), ExitStatus::ConversionFailed);
+        names_.push_back(name);
+        fs::rename(from / name, folder_ / name, error);
         if (error) ThrowUnwritable(folder_ / name, error.message(), ExitStatus::ConversionFailed);
     }
     void Keep() { names_.clear(); }
