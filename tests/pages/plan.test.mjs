@@ -68,3 +68,33 @@ test("an address chooses, and a choice is in the address", async () => {
     assert.equal(await page.$eval("#video", (field) => field.disabled), true);
     assert.match((await shown(page)).summary, /^wav with pcm_s16le/);
 });
+
+const bits = (text) => parseFloat(text) * { kbit: 1e3, Mbit: 1e6 }[/[kM]bit/.exec(text)[0]];
+
+test("the bitrates are the planner's, and drawn where they belong", async () => {
+    const page = await open(browser, "video/h264.html");
+    const tables = await page.$$eval("figure details table", (all) => all.map((table) => ({
+        caption: table.caption.textContent,
+        heads: [...table.rows[0].cells].map((cell) => cell.textContent),
+        rows: [...table.rows].slice(1).map((row) => [...row.cells].map((cell) => cell.textContent)),
+    })));
+    const lines = await page.$$eval("svg .line", (all) => all.map((line) => [...line.querySelectorAll("circle")].map((point) => Number(point.getAttribute("cy")))));
+    // Equal ratios are equal steps: place = a - b * log(bitrate), as the first and the last point have it.
+    const [first] = tables;
+    const number = (row, column) => Math.log10(bits(first.rows[row][column]));
+    const last = first.rows.length - 1;
+    const slope = (lines[0][0] - lines[0][last]) / (number(last, 1) - number(0, 1));
+    assert.ok(slope > 0);
+    lines.forEach((line, i) => line.forEach((y, row) => assert.ok(Math.abs(lines[0][0] - slope * (number(row, i + 1) - number(0, 1)) - y) < 1, `${first.rows[row][0]}, ${first.heads[i + 1]}`)));
+
+    execFileSync("ffmpeg", ["-v", "error", "-f", "lavfi", "-i", "testsrc2=s=1280x720:r=50:d=0.1", "-c:v", "ffv1", "fifty.mkv"], { cwd: scratch });
+    const { rows, heads } = tables.find(({ caption }) => caption === "50 frames/s");
+    const row = rows.find(([size]) => size === "1280 x 720");
+    for (const quality of [1, 25, 50, 75, 100]) {
+        const set = `Streams/TypeId=video/VideoCodec`;
+        const plan = report("plan", join(scratch, "fifty.mkv"), "--format", "mp4", "--video", "h264", "--set", `${set}/RateControl=vbr`, "--set", `${set}/Quality=${quality}`);
+        const shownBits = bits(row[heads.findIndex((head) => head.split(", ").includes(`quality ${quality}`))]);
+        const planned = plan.settings.Streams[0].VideoCodec.BitRate;
+        assert.ok(Math.abs(shownBits / planned - 1) < 0.006, `quality ${quality}: ${shownBits}, not ${planned}`);
+    }
+});

@@ -108,8 +108,10 @@ Markup NameLines(const Curve::Block& block, const Scale& scale) {
     }
     std::ranges::sort(names, {}, &Name::y);
     for (std::size_t i = 1; i < names.size(); ++i) names[i].y = std::max(names[i].y, names[i - 1].y + kLine);
-    double most = kHeight - kBottom + 4;
-    for (std::size_t i = names.size(); i-- > 0; most = names[i].y - kLine) names[i].y = std::min(names[i].y, most);
+    const double lowest = kHeight - kBottom + 4;
+    for (std::size_t i = names.size(); i-- > 0;) {
+        names[i].y = std::min(names[i].y, lowest - kLine * static_cast<double>(names.size() - 1 - i));
+    }
     Markup drawn;
     for (const Name& name : names) drawn += Label(kWidth - kRight + 8, name.y, "start", name.text);
     return drawn;
@@ -174,13 +176,10 @@ Markup LevelLines(const Curve& curve) {
 }  // namespace
 
 std::string BitrateText(int64_t bitsPerSecond) {
+    const bool isMega = bitsPerSecond >= 999'500;
+    const double value = static_cast<double>(bitsPerSecond) / (isMega ? 1e6 : 1e3);
     char text[32];
-    const auto bits = static_cast<double>(bitsPerSecond);
-    if (bits >= 999'500) {
-        std::snprintf(text, sizeof text, bits >= 9'995'000 ? "%.0f Mbit/s" : "%.3g Mbit/s", bits / 1e6);
-    } else {
-        std::snprintf(text, sizeof text, bits >= 9'995 ? "%.0f kbit/s" : "%.3g kbit/s", bits / 1e3);
-    }
+    std::snprintf(text, sizeof text, value < 999.5 ? "%.3g %s" : "%.0f %s", value, isMega ? "Mbit/s" : "kbit/s");
     return text;
 }
 
