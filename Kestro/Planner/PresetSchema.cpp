@@ -44,12 +44,8 @@ Json IfOfType(const StreamRecord& kind, Json then) {
 /// One container: its format node, its streams, and what ties them.
 class ContainerSchema {
 public:
-    /// isOnlyOne: the definitions are for this container alone.
-    ContainerSchema(const std::string& container, bool isOnlyOne, SchemaDefinitions& definitions)
-        : container_(container),
-          isOnlyOne_(isOnlyOne),
-          definitions_(definitions),
-          format_(FindHelper(kFormats, container)) {
+    ContainerSchema(const std::string& container, SchemaDefinitions& definitions)
+        : container_(container), definitions_(definitions), format_(FindHelper(kFormats, container)) {
         defaults_ = format_->GetDefaultSettings();
         known_ = KnownFormatSettings(*format_);
         format_->FillConstraints(constraints_);
@@ -138,8 +134,9 @@ private:
         words.emplace_back(copy);
         if (standard != nullptr) words.push_back(IFormatCodec::CODEC_ID_AUTO);
         Json schema = AtPath(codecId, OneOf(words), standard == nullptr);
-        AddToAll(schema,
-                 definitions_.Ref(kind.typeId, [&] { return ByCodec(kind, isOnlyOne_ ? codecs : AllCodecs(kind)); }));
+        for (const std::string& codec : codecs) AddIfNamed(schema, kind, codec, StreamRef(kind, codec));
+        AddIfNamed(schema, kind, Preset::kCopy,
+                   definitions_.Ref(kind.typeId + "-copy", [&] { return UnencodedStreamSchema(kind, definitions_); }));
         if (standard != nullptr) {
             const Json isOpen = AtPath(codecId, {{"const", IFormatCodec::CODEC_ID_AUTO}}, false);
             AddToAll(schema, {{"if", isOpen}, {"then", StreamRef(kind, standard->GetString())}});
@@ -159,22 +156,8 @@ private:
         return schema;
     }
 
-    /// Any stream of the kind that names its codec.
-    Json ByCodec(const StreamRecord& kind, const std::vector<std::string>& codecs) {
-        Json schema = Json::object();
-        const auto addIf = [&](const std::string& codec, const Json& then) {
-            AddToAll(schema, {{"if", AtPath(CodecIdPath(kind), {{"const", codec}}, true)}, {"then", then}});
-        };
-        for (const std::string& codec : codecs) addIf(codec, StreamRef(kind, codec));
-        addIf(Preset::kCopy,
-              definitions_.Ref(kind.typeId + "-copy", [&] { return UnencodedStreamSchema(kind, definitions_); }));
-        return schema;
-    }
-
-    static std::vector<std::string> AllCodecs(const StreamRecord& kind) {
-        std::vector<std::string> names = HelperNames(CodecsOf(kind.type));
-        std::erase(names, IFormatCodec::CODEC_ID_AUTO);
-        return names;
+    static void AddIfNamed(Json& schema, const StreamRecord& kind, const std::string& codec, const Json& then) {
+        AddToAll(schema, {{"if", AtPath(CodecIdPath(kind), {{"const", codec}}, true)}, {"then", then}});
     }
 
     Json StreamRef(const StreamRecord& kind, const std::string& codec) {
@@ -204,7 +187,6 @@ private:
     }
 
     const std::string container_;
-    const bool isOnlyOne_;
     SchemaDefinitions& definitions_;
     HelperPtr format_;
     Property defaults_;
@@ -231,8 +213,7 @@ Json AnyContainer(SchemaDefinitions& definitions) {
     Json schema = AtPath(path, container, true);
     schema["properties"][IPreset::KEY_STREAMS] = {{"type", "array"}, {"minItems", 1}};
     for (const std::string& name : names) {
-        const Json then =
-            definitions.Ref("format-" + name, [&] { return ContainerSchema(name, false, definitions).Make(); });
+        const Json then = definitions.Ref("format-" + name, [&] { return ContainerSchema(name, definitions).Make(); });
         AddToAll(schema, {{"if", AtPath(path, {{"const", name}}, true)}, {"then", then}});
     }
     return schema;
@@ -242,7 +223,7 @@ Json AnyContainer(SchemaDefinitions& definitions) {
 
 std::string PresetSchema(const std::string& container) {
     SchemaDefinitions definitions;
-    Json body = container.empty() ? AnyContainer(definitions) : ContainerSchema(container, true, definitions).Make();
+    Json body = container.empty() ? AnyContainer(definitions) : ContainerSchema(container, definitions).Make();
     body["properties"][Preset::KEY_SIZE] = SizeSchema();
     body["required"] = Json::array({IPreset::KEY_FORMAT});
     body["additionalProperties"] = false;
@@ -250,7 +231,8 @@ std::string PresetSchema(const std::string& container) {
                 {"title", container.empty() ? "Preset" : "Preset for " + container}};
     schema.update(body);
     schema["$defs"] = definitions.Take();
-    return schema.dump(1);
+    // With blanks it would be twice as large.
+    return schema.dump(container.empty() ? -1 : 1);
 }
 
 }  // namespace Kestro::Planner
