@@ -13,7 +13,7 @@ TEST_F(Catalogue, IsWrittenWholeOrNotAtAll) {
         {"0", "datahelpers catalogue -o site/ && datahelpers catalogue --output again && diff -r site again", ""},
         {"0", "mkdir empty && datahelpers catalogue -o empty && ls empty/index.html", ""},
         {"0", "ln -s site link && rm site/lists.html && datahelpers catalogue -o link && ls site/lists.html", ""},
-        {"0", "datahelpers catalogue -o json --json | grep '\"index\": \"json/index.html\"'", "index"},
+        {"0", R"(datahelpers catalogue -o json --json | grep '"index": "json/index.html"')", "index"},
         {"2", "mkdir other && echo mine >other/index.html && datahelpers catalogue -o other", "--overwrite"},
         {"0", "ls -A other && cat other/index.html", "index.html\nmine\n"},
         {"0", "echo mine >other/notes && datahelpers catalogue -o other --overwrite && cat other/notes", "mine\n"},
@@ -21,12 +21,12 @@ TEST_F(Catalogue, IsWrittenWholeOrNotAtAll) {
         {"2", "datahelpers catalogue -o other/notes", "no folder"},
         {"2", "datahelpers catalogue -o new --proof nothing.jsonl", "proof file nothing.jsonl: it cannot be opened"},
         {"2", "echo '{\"proof\":2}' >p && datahelpers catalogue -o new --proof p", "does not begin as one"},
-        {"2", "printf '{\"proof\":1}\\n{\"id\":\"x\",\"result\":\"y\"}\\n' >p; datahelpers catalogue -o new --proof p",
+        {"2", R"(printf '{"proof":1}\n{"id":"x","result":"y"}\n' >p; datahelpers catalogue -o new --proof p)",
          "line 2 lacks"},
         {"1", "(ulimit -f 100; datahelpers catalogue -o new)", "File too large"},
         {"1", "cp -r site before && (ulimit -f 100; datahelpers catalogue -o site)", "File too large"},
         {"0", "diff -r site before && ! ls -d new* .data* site/.data*", ""},
-        {"0", "printf '{\"proof\":1}\\n{\"id\":\"x\",\"resu' >p; datahelpers catalogue -o site --proof p", "files"},
+        {"0", R"(printf '{"proof":1}\n{"id":"x","resu' >p; datahelpers catalogue -o site --proof p)", "files"},
         {"0", "grep -c 'The run was broken off' site/proof.html", "1\n"},
     };
     for (const auto& [status, line, says] : rows) {

@@ -74,7 +74,10 @@ void AddSeries(Curve::Series series, Curve::Block& block) {
     if (same == block.series.end()) {
         block.series.push_back(std::move(series));
     } else {
-        same->name += ", " + series.name;
+        // "stereo s16, s16p": what both begin with is said once.
+        const std::size_t word = series.name.rfind(' ') + 1;
+        const bool isShared = word > 0 && same->name.starts_with(series.name.substr(0, word));
+        same->name += ", " + series.name.substr(isShared ? word : 0);
     }
 }
 

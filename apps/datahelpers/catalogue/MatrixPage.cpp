@@ -89,7 +89,7 @@ Markup ShortRow(const Container& container, const std::vector<std::size_t>& colu
         content = Mark(cell.standing, cell.proof) + " " + Link(AddressOf(codec), codec.id) +
                   Element("span", {{"class", "hidden"}}, ", " + words);
     }
-    content += Element("span", {{"class", "why"}}, " \u2013 others refused: " + reason);
+    content += Element("span", {{"class", "why"}}, " \u2013 no other: " + reason);
     return Element(
         "tr", {{"data-search", Searched(container.name, container.also, container.extension)}, {"data-only", taken}},
         RowHead(container) + Element("td", {{"class", "only"}, {"colspan", std::to_string(columns.size())}}, content));
