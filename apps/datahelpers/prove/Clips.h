@@ -10,6 +10,8 @@ namespace App {
 /// subtitles, and what is derived from it.
 class Clips {
 public:
+    static constexpr double kSeconds = 1.0;
+
     explicit Clips(std::string folder) : folder_(std::move(folder)) {}
 
     /// The clip itself, which all others are made of. Throws Failure (ConversionFailed).

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
+#include <optional>
 
 #include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
@@ -92,9 +92,9 @@ void CompareColours(const Plan& plan, const Planner::MediaInfo& written, const D
 }
 
 /// What was decoded: all of it, and what the headers promise.
-void CompareDecoded(const Plan& plan, const Decoded& decoded, std::vector<std::string>& differences) {
+void CompareDecoded(const Plan& plan, const Decoded& decoded, std::optional<double> expected,
+                    std::vector<std::string>& differences) {
     if (!decoded.error.empty()) differences.push_back("decoding says: " + decoded.error);
-    const std::optional<double> expected = Planner::ExpectedDuration(plan);
     for (const StreamRecord& kind : StreamRecord::All()) {
         const auto isThis = [&kind](const Decoded::Stream& stream) { return stream.type == kind.type; };
         const auto found = std::ranges::find_if(decoded.streams, isThis);
@@ -161,13 +161,15 @@ void Refuse(const Planner::Problem& problem, Proof& proof) {
     if (proof.why.find(problem.cause) == std::string::npos) proof.why += " " + problem.cause;
 }
 
-void CarryOut(const Plan& plan, const std::string& output, Proof& proof) {
+void CarryOut(const Plan& plan, bool isClip, const std::string& output, Proof& proof) {
     const Conversion made = Convert(plan, output, {.overwrite = true});
     std::vector<std::string> differences = made.differences;
     if (!made.shortfall.empty()) differences.push_back("only " + made.shortfall);
     const Decoded decoded = DecodeToEnd(output, plan.IsPicture() ? plan.streams.front().codecId : std::string());
     CompareColours(plan, made.written, decoded, differences);
-    CompareDecoded(plan, decoded, differences);
+    std::optional<double> expected = Planner::ExpectedDuration(plan);
+    if (isClip && !plan.IsPicture()) expected = Clips::kSeconds;
+    CompareDecoded(plan, decoded, expected, differences);
     if (!made.messages.empty()) differences.push_back("ffmpeg says: " + made.messages.front());
     proof.verdict = differences.empty() ? Verdict::Proven : Verdict::Contradicts;
     proof.why = Planner::Join(differences, "; ");
@@ -189,7 +191,7 @@ void Try(const Combination& combination, const Clips& clips, const std::string& 
         proof.by = "planner: left out or corrected";
         return;
     }
-    CarryOut(plan, output, proof);
+    CarryOut(plan, combination.footage.codec.empty(), output, proof);
 }
 
 }  // namespace

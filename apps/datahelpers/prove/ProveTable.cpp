@@ -75,7 +75,8 @@ std::vector<Reason> Reasons(const std::vector<Proof>& rows, Verdict verdict) {
     std::vector<Reason> reasons;
     for (const Proof& row : rows) {
         if (row.verdict != verdict) continue;
-        const std::string why = Generally(row);
+        // Which encoders there are none of is what one wants to know.
+        const std::string why = verdict == Verdict::NoEncoder ? row.why : Generally(row);
         const auto isSame = [&](const Reason& reason) { return reason.by == row.by && reason.why == why; };
         auto found = std::ranges::find_if(reasons, isSame);
         if (found == reasons.end()) found = reasons.insert(found, {row.by, why, 0, row.id});
