@@ -19,9 +19,11 @@ constexpr FrameSize kVcdNtsc[] = {{352, 240}};
 // Of a player: 112 and 20 blocks of 16384 bits.
 constexpr int64_t kBuffer = 1'835'008;
 constexpr int64_t kVcdBuffer = 327'680;
-// A DVD player reads whole packs at that rate, however little is in them; one of Video CDs 75 sectors a second.
+// A DVD player reads whole packs at that rate, however little is in them; one of Video CDs 75 sectors a
+// second, and of Super Video CDs twice as many.
 constexpr int64_t kDvdRate = 10'080'000;
 constexpr int64_t kVcdRate = 75 * 2352 * 8;
+constexpr int64_t kSvcdRate = 2 * kVcdRate;
 // What discs have room for beside their sound.
 constexpr int64_t kSvcdVideo = 2'040'000;
 constexpr int64_t kVcdVideo = 1'150'000;
@@ -41,8 +43,8 @@ std::span<const DiscRecord> DiscRecord::All() {
     static const DiscRecord kRecords[] = {
         {IFormatFile::FORMAT_DVD, pal, kDvdPal, kPal, kBuffer, kDvdRate, 0, true},
         {IFormatFile::FORMAT_DVD, ntsc, kDvdNtsc, kNtsc, kBuffer, kDvdRate, 0, true},
-        {IFormatFile::FORMAT_SVCD, pal, kSvcdPal, kPal, kBuffer, 0, kSvcdVideo, false},
-        {IFormatFile::FORMAT_SVCD, ntsc, kSvcdNtsc, kNtsc, kBuffer, 0, kSvcdVideo, false},
+        {IFormatFile::FORMAT_SVCD, pal, kSvcdPal, kPal, kBuffer, kSvcdRate, kSvcdVideo, false},
+        {IFormatFile::FORMAT_SVCD, ntsc, kSvcdNtsc, kNtsc, kBuffer, kSvcdRate, kSvcdVideo, false},
         {IFormatFile::FORMAT_VCD, pal, kVcdPal, kPal, kVcdBuffer, kVcdRate, kVcdVideo, false},
         {IFormatFile::FORMAT_VCD, ntsc, kVcdNtsc, kNtsc, kVcdBuffer, kVcdRate, kVcdVideo, false},
     };
