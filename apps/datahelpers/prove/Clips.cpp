@@ -28,36 +28,19 @@ using Kestro::Conf::StreamRecord;
 constexpr int kWidth = 176;
 constexpr int kHeight = 144;
 
-/// The clip's own codecs are lossless, and no container of the library takes them as they are.
-const std::vector<std::string> kClip = {
-    "-f",
-    "lavfi",
-    "-i",
-    "testsrc2=s=176x144:r=25:d=1",
-    "-f",
-    "lavfi",
-    "-i",
+// Two voices with some noise, a channel each.
+constexpr const char* kSound =
     "aevalsrc=exprs='0.3*sin(2*PI*440*t)+0.1*sin(2*PI*660*t)+0.02*(random(0)*2-1)|"
-    "0.3*sin(2*PI*554.37*t)+0.02*(random(1)*2-1)':sample_rate=48000:channel_layout=stereo:d=1",
-};
-const std::vector<std::string> kClipCodecs = {
-    "-map",
-    "0:v",
-    "-map",
-    "1:a",
-    "-map",
-    "2:s",
-    "-vf",
-    "noise=alls=8:allf=t,setparams=color_primaries=bt709:color_trc=bt709:colorspace=bt709:range=tv,format=yuv420p",
-    "-c:v",
-    "ffv1",
-    "-c:a",
-    "wavpack",
-    "-c:s",
-    "subrip",
-    "-map_metadata",
-    "-1",
-};
+    "0.3*sin(2*PI*554.37*t)+0.02*(random(1)*2-1)':sample_rate=48000:channel_layout=stereo:d=1";
+
+/// The clip's own codecs are lossless, and no container of the library takes them as they are.
+const std::vector<std::string> kClip = {"-f", "lavfi", "-i", "testsrc2=s=176x144:r=25:d=1",
+                                        "-f", "lavfi", "-i", kSound};
+constexpr const char* kPicture =
+    "noise=alls=8:allf=t,setparams=color_primaries=bt709:color_trc=bt709:colorspace=bt709:range=tv,format=yuv420p";
+const std::vector<std::string> kClipCodecs = {"-map", "0:v",    "-map",          "1:a",  "-map", "2:s",
+                                              "-vf",  kPicture, "-c:v",          "ffv1", "-c:a", "wavpack",
+                                              "-c:s", "subrip", "-map_metadata", "-1"};
 constexpr const char* kTexts = "1\n00:00:00,200 --> 00:00:00,700\nProof\n";
 
 void RunFfmpeg(std::vector<std::string> arguments, const std::string& output) {
@@ -105,7 +88,7 @@ bool IsStored(const std::string& codec, const std::string& container) {
 
 /// The first container that stores the codec, films before pictures.
 std::string StoringContainer(const std::string& codec) {
-    const std::string roomiest = RoomiestContainer();
+    std::string roomiest = RoomiestContainer();
     if (IsStored(codec, roomiest)) return roomiest;
     for (const Planner::Fit& fit : Planner::FindFits(codec, {})) {
         if (fit.fits) return fit.container;
