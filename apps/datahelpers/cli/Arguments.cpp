@@ -88,9 +88,9 @@ void AddProveOptions(CLI::App& command, ProveOptions& options) {
     command
         .add_option("--against", options.against,
                     "Proof files: fail where something that the one of this generation of FFmpeg calls proven is not")
-        ->type_name("FILE...");
+        ->type_name("FILE");
     auto* page = command.add_option("--page", options.pages, "Print a page, in Markdown, of these proof files")
-                     ->type_name("FILE...");
+                     ->type_name("FILE");
     command.add_option("--explained", options.explained, "With --page: a JSON file that explains contradictions")
         ->type_name("FILE")
         ->needs(page);
