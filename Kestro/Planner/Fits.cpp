@@ -14,8 +14,11 @@ extern "C" {
 #include "Kestro/Conf/IFormatCodecSubtitle.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IFormatFile.h"
+#include "Kestro/Conf/StreamRecord.h"
+#include "Kestro/Core/PropertyValueToString.h"
 #include "Kestro/FFWrapper/CodecIDFromTextID.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
+#include "Kestro/Planner/Domain.h"
 #include "Kestro/Planner/Helpers.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/Text.h"
@@ -122,6 +125,18 @@ bool MuxerTakes(const std::string& muxer, const Property& codec) {
     return Kestro::Conf::CodecIsSupported(IFormatFile::Create(format), description);
 }
 
+std::vector<std::string> OfferedCodecs(const std::string& container, Conf::StreamType type) {
+    Conf::ConstraintMap constraints;
+    FindHelper(kFormats, container)->FillConstraints(constraints);
+    std::vector<std::string> codecs;
+    const auto found = constraints.find(Conf::StreamRecord::Find(type).CodecIdPath());
+    if (found == constraints.end()) return codecs;
+    for (const Domain::Entry& entry : DescribeDomain(*found->second).entries) {
+        codecs.push_back(Core::PropertyValueToString(entry.value));
+    }
+    return codecs;
+}
+
 std::vector<Fit> FindFits(const std::string& codec, const std::string& container) {
     const std::vector<std::string> containers = HelperNames(kFormats);
     const bool isFfmpegs = Kestro::FFWrapper::CodecIDFromTextID(codec) != AV_CODEC_ID_NONE;
@@ -129,8 +144,14 @@ std::vector<Fit> FindFits(const std::string& codec, const std::string& container
     if (!container.empty()) CheckName(container, containers, "container");
     std::vector<Fit> fits;
     for (const std::string& name : container.empty() ? containers : std::vector{container}) {
+        std::vector<std::string> offered;
+        for (const Conf::StreamRecord& kind : Conf::StreamRecord::All()) {
+            const std::vector<std::string> ofKind = OfferedCodecs(name, kind.type);
+            offered.insert(offered.end(), ofKind.begin(), ofKind.end());
+        }
         for (const std::string& id : codec.empty() ? KnownCodecs() : std::vector{codec}) {
-            fits.push_back(FindFit(id, name));
+            Fit& fit = fits.emplace_back(FindFit(id, name));
+            fit.isOffered = std::ranges::find(offered, id) != offered.end();
         }
     }
     return fits;

@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "Kestro/Conf/DataHelpers/GlobalHeaderFunctions.h"
+#include "Kestro/Conf/IFormatCodecAudio.h"
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
+#include "Kestro/FFWrapper/EncoderRecord.h"
 #include "Kestro/FFWrapper/MuxerNames.h"
 #include "Kestro/FFWrapper/MuxerRecord.h"
 #include "Kestro/Planner/CheckedPreset.h"
@@ -99,6 +101,16 @@ bool IsCopied(const CheckedPreset& preset, const Track& track, const Plan& plan)
                          .wayOut = "leave the codec to the program, or take another container"});
 }
 
+/// Sound that is stored without loss may still be stored in samples of fewer bits.
+void NoteLostBits(const PresetStream& wanted, const MediaStream& source, const Property& settled, Account& account) {
+    const Property* bits = settled[wanted.kind->codecKey].FindByPath(Conf::IFormatCodecAudio::TAG_BITS_PER_SAMPLE);
+    if (!FFWrapper::IsAlwaysLossless(wanted.codecId) || bits == nullptr) return;
+    const int64_t kept = bits->GetInt64();
+    if (kept <= 0 || kept >= source.bitDepth) return;
+    account.notes.push_back("The input's " + std::to_string(source.bitDepth) + " bits of each sample become " +
+                            std::to_string(kept) + ", which is what " + wanted.codecId + " has here.");
+}
+
 void AddTrack(const CheckedPreset& preset, const Track& track, Plan& plan) {
     const PresetStream& wanted = *track.wanted;
     if (wanted.kind->type == StreamType::Subtitle) return AddSubtitles(preset, track, plan);
@@ -113,6 +125,7 @@ void AddTrack(const CheckedPreset& preset, const Track& track, Plan& plan) {
     Property settled = StreamPlanner(preset, wanted, *track.source, plan).Settle();
     Account account;
     Pixels pixels;
+    if (wanted.kind->type == StreamType::Audio) NoteLostBits(wanted, *track.source, settled, account);
     if (wanted.kind->type == StreamType::Video) {
         const std::string& fps = Conf::IFormatCodecVideo::TAG_FPS;
         const Property& codec = settled[wanted.kind->codecKey];

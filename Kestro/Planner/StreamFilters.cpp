@@ -6,6 +6,8 @@
 #include "Kestro/Conf/IFormatCodecVideo.h"
 #include "Kestro/Conf/IPreset.h"
 #include "Kestro/Core/PropertyValueToString.h"
+#include "Kestro/FFWrapper/EncoderNameFromCodecId.h"
+#include "Kestro/FFWrapper/EncoderRecord.h"
 #include "Kestro/Planner/NotAcceptable.h"
 #include "Kestro/Planner/RateControl.h"
 #include "Kestro/Planner/Tree.h"
@@ -82,6 +84,15 @@ std::string FilterReason(const std::string& path, const Property& asked, const R
     return reason;
 }
 
+/// A frame whose size nobody asks for keeps odd sides where its encoder takes them; the resizer has made them even.
+void KeepSides(const PresetStream& stream, const Property& source, Property& codec) {
+    const std::string encoder = FFWrapper::EncoderNameFromCodecId(stream.codecId);
+    if (stream.kind->type != Conf::StreamType::Video || FFWrapper::NeedsEvenSides(encoder, stream.codecId)) return;
+    for (const std::string& side : {IFormatCodecVideo::TAG_WIDTH, IFormatCodecVideo::TAG_HEIGHT}) {
+        codec.SetChild(side, source[side]);
+    }
+}
+
 }  // namespace
 
 void CollectFilters(const PresetStream& stream, const Conf::IDataHelper& encoder, StreamSettings& settings,
@@ -128,6 +139,7 @@ void ApplyFilters(const PresetStream& stream, const Requirements& requirements, 
     }
     const Property asked = settings.AskedFilters();
     const bool isSized = TextAt(asked, mode) == IResize::FRAME_SIZE_CUSTOM;
+    if (!isSized && !settings.IsAsked(mode)) KeepSides(stream, settings.Codec(), codec);
     ForEachValue(settings.Codec(), {}, [&, before = settings.Codec()](const std::string& place, const Property&) {
         const Property* after = codec.FindByPath(place);
         const std::string path = settings.PathOf(place);

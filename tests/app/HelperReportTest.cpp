@@ -43,7 +43,7 @@ TEST_F(HelperReport, ShowsHelpersOfEveryKind) {
 TEST_F(HelperReport, AnswersOrExplainsWrongUsage) {
     const Table<3> rows = {
         {"0", "list formats", "  m4b         muxer ipod, audio aac, video mjpeg\n"},
-        {"0", "list video", "  hevc        encoder libx265\n"},
+        {"0", "list video", "  hevc        encoder libx265, containers "},
         {"0", "list filters", "  VideoResize     type video\n"},
         {"0", "show format mp4", "\n  Streams/TypeId=audio/AudioCodec/CodecId: aac ac3 dts mp3\n"},
         {"0", "show format mp4",
@@ -65,6 +65,8 @@ TEST_F(HelperReport, AnswersOrExplainsWrongUsage) {
         {"0", "list presets", "  dvd-pal  "},
         {"0", "fits aac mka", "mka (written by matroska)  yes\n"},
         {"0", "fits aac m4b --json", "\"ownMuxer\": false"},
+        {"0", "fits prores mov", "yes, as a copy"},
+        {"0", "list video", "prores      encoder prores_ks, containers none\n"},
         {"0", "fits vp9 mov", "no, refused by the muxer\n"},
         {"0", "fits vp9 mpegts", "no, it would not read back as vp9\n"},
         {"0", "fits png bmp", "no, its files are of bmp alone\n"},

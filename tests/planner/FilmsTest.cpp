@@ -55,6 +55,11 @@ void MakeTurned(MediaInfo& film) {
     film.streams.front().codec = "h264";
     film.streams.front().rotation = 90;
 }
+void MakeOdd(MediaInfo& film) {
+    film.streams.front().width = 719;
+    film.streams.front().height = 575;
+}
+void MakeDeepSound(MediaInfo& film) { film.streams[2].bitDepth = 24; }
 void MakeTransparent(MediaInfo& film) { film.streams.front().hasAlpha = true; }
 
 // What a film has that not every output can have: kept where it can be, and told where not.
@@ -82,6 +87,11 @@ TEST(Films, KeepWhatTheOutputCanHave) {
         {asItIs, "avi", "mpeg4", "aresample=async=1:first_pts=0", "", "2 chapters are left out"},
         {asItIs, "mp4", "h264", "-map 0:1 -c:1 aac", "async", "Stream 3 of the input (attached file, ttf) is left out"},
         {asItIs, "matroska", "h264", "-map 0:3 -c:t copy", "async", ""},
+        {MakeOdd, "webm", "vp9", "-c:0 libvpx-vp9", "scale=", ""},
+        {MakeOdd, "gif", "gif", "-c:0 gif", "scale=", ""},
+        {MakeOdd, "mp4", "h264", "scale=w=718:h=574", "", ""},
+        {MakeDeepSound, "wav", "", "-c:0 pcm_s16le", "", "24 bits of each sample become 16"},
+        {MakeDeepSound, "mp3", "", "-c:0 libmp3lame", "24 bits", ""},
         {asItIs, "mov", "h264", "-metadata:s:2 language=fra", "language=eng", ""},
         {asItIs, "svcd", "mpeg2video", "-b:0 2040000", "", ""},
         {asItIs, "mp3", "", "-map 0:2 -c:0 libmp3lame", "0:1", "takes 1 audio stream"},

@@ -72,7 +72,8 @@ std::string Document(const Page& page, const Knowledge& knowledge) {
 }
 
 bool IsDocument(const std::string& beginning) {
-    return beginning.find("<meta name=\"generator\" content=\"" + std::string(kGenerator) + "\">") != std::string::npos;
+    return beginning.find(R"(<meta name="generator" content=")" + std::string(kGenerator) + R"(">)") !=
+           std::string::npos;
 }
 
 std::string AddressOf(const Codec& codec) {

@@ -42,9 +42,9 @@ void AddCodec(StreamType type, const std::vector<std::string>& offered, std::siz
 /// All pictures with all sounds, and each of both with all subtitles: in rows of their own, so that subtitles of which
 /// there is no clip hide nothing.
 std::vector<Codecs> Pairs(const std::string& container) {
-    const std::vector<std::string> videos = OfferedCodecs(container, StreamType::Video);
-    const std::vector<std::string> sounds = OfferedCodecs(container, StreamType::Audio);
-    const std::vector<std::string> subtitles = OfferedCodecs(container, StreamType::Subtitle);
+    const std::vector<std::string> videos = Planner::OfferedCodecs(container, StreamType::Video);
+    const std::vector<std::string> sounds = Planner::OfferedCodecs(container, StreamType::Audio);
+    const std::vector<std::string> subtitles = Planner::OfferedCodecs(container, StreamType::Subtitle);
     std::vector<Codecs> pairs;
     const std::size_t count = std::max<std::size_t>(1, videos.size()) * std::max<std::size_t>(1, sounds.size());
     for (std::size_t i = 0; i < count && !(videos.empty() && sounds.empty()); ++i) {
@@ -91,7 +91,7 @@ void AddFormatSettings(const std::string& container, std::vector<Combination>& r
     }
     for (const CodecRuleValues& rule : CodecRules(*helper)) {
         for (const std::string& codec : rule.codecs) {
-            const std::vector<std::string> offered = OfferedCodecs(container, rule.type);
+            const std::vector<std::string> offered = Planner::OfferedCodecs(container, rule.type);
             if (std::ranges::find(offered, codec) == offered.end()) continue;
             for (const std::string& value : rule.filter.values) {
                 const std::string stream = IPreset::KEY_STREAMS + IPreset::INDEX + StreamRecord::Find(rule.type).typeId;

@@ -21,7 +21,7 @@ using Kestro::Core::PropertyValueToString;
 
 std::size_t Roominess(const std::string& container) {
     std::size_t codecs = 0;
-    for (const StreamRecord& kind : StreamRecord::All()) codecs += OfferedCodecs(container, kind.type).size();
+    for (const StreamRecord& kind : StreamRecord::All()) codecs += Planner::OfferedCodecs(container, kind.type).size();
     return codecs;
 }
 
@@ -34,13 +34,6 @@ std::vector<std::string> RoomiestFirst() {
 }
 
 }  // namespace
-
-std::vector<std::string> OfferedCodecs(const std::string& container, StreamType type) {
-    Kestro::Conf::ConstraintMap constraints;
-    Planner::FindHelper(Planner::kFormats, container)->FillConstraints(constraints);
-    const auto found = constraints.find(StreamRecord::Find(type).CodecIdPath());
-    return found == constraints.end() ? std::vector<std::string>() : ValuesToTry(*found->second);
-}
 
 std::vector<std::string> KnownCodecs(StreamType type) {
     const auto ids = type == StreamType::Video   ? Kestro::Conf::VideoCodecIds()
@@ -65,7 +58,7 @@ std::vector<std::string> Carriers(StreamType type, const std::string& codec) {
     // An attached picture is no film.
     for (const bool isCover : {false, true}) {
         for (const std::string& container : all) {
-            const std::vector<std::string> offered = OfferedCodecs(container, type);
+            const std::vector<std::string> offered = Planner::OfferedCodecs(container, type);
             if (std::ranges::find(offered, codec) == offered.end()) continue;
             if ((type == StreamType::Video && HasCoverOnly(container)) == isCover) carriers.push_back(container);
         }

@@ -6,6 +6,7 @@
 #include "Kestro/Conf/IDataHelper.h"
 #include "Kestro/Conf/StreamType.h"
 #include "Kestro/Planner/Domain.h"
+#include "Kestro/Planner/Fits.h"
 #include "Kestro/Planner/Helpers.h"
 
 /// What the helpers offer, as lists to combine.
@@ -13,9 +14,6 @@ namespace App {
 
 namespace Planner = Kestro::Planner;
 using Kestro::Conf::StreamType;
-
-/// The codecs that the container's helper offers for a kind of stream; none where it has no such stream.
-std::vector<std::string> OfferedCodecs(const std::string& container, StreamType type);
 
 /// All codecs of the vocabulary.
 std::vector<std::string> KnownCodecs(StreamType type);

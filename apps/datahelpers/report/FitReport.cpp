@@ -16,6 +16,7 @@ Json ToJson(const std::vector<Fit>& fits) {
                            {"muxer", fit.muxer.empty() ? Json() : Json(fit.muxer)},
                            {"ownMuxer", fit.ownMuxer},
                            {"fits", fit.fits},
+                           {"offered", fit.isOffered},
                            {"reason", fit.reason.empty() ? Json() : Json(fit.reason)}});
     }
     return entries;
@@ -33,8 +34,9 @@ void Print(std::ostream& out, const std::vector<Fit>& fits) {
     }
     for (const Fit& fit : fits) {
         const std::string container = containerOf(fit);
+        const std::string yes = fit.isOffered ? "yes" : "yes, as a copy; it is not offered to encode with";
         out << fit.codec << std::string(codecs - fit.codec.size(), ' ') << "  " << container
-            << std::string(containers - container.size(), ' ') << "  " << (fit.fits ? "yes" : "no, " + fit.reason)
+            << std::string(containers - container.size(), ' ') << "  " << (fit.fits ? yes : "no, " + fit.reason)
             << "\n";
     }
 }

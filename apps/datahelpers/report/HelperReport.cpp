@@ -1,6 +1,7 @@
 #include "report/HelperReport.h"
 
 #include <algorithm>
+#include <map>
 #include <ostream>
 
 #include "Kestro/Conf/IFormatCodec.h"
@@ -11,6 +12,7 @@
 #include "Kestro/FFWrapper/MuxerNames.h"
 #include "Kestro/Planner/Automatic.h"
 #include "Kestro/Planner/Domain.h"
+#include "Kestro/Planner/Fits.h"
 #include "Kestro/Planner/Json.h"
 #include "Kestro/Planner/Text.h"
 #include "Kestro/Proc/FilterRecord.h"
@@ -47,6 +49,21 @@ ListEntry FormatEntry(const std::string& name, const Kestro::Conf::IDataHelper& 
     return entry;
 }
 
+/// How many containers offer the codec: "12" or "none".
+std::string Carriers(StreamType type, const std::string& codec) {
+    static const auto counts = [] {
+        std::map<std::pair<StreamType, std::string>, int> all;
+        for (const std::string& container : Planner::HelperNames(Planner::kFormats)) {
+            for (const StreamType one : {StreamType::Video, StreamType::Audio}) {
+                for (const std::string& offered : Planner::OfferedCodecs(container, one)) ++all[{one, offered}];
+            }
+        }
+        return all;
+    }();
+    const auto found = counts.find({type, codec});
+    return found != counts.end() ? std::to_string(found->second) : "none";
+}
+
 ListEntry MakeEntry(const HelperKind& kind, const std::string& name) {
     if (&kind == &Planner::kFormats) return FormatEntry(name, *Planner::FindHelper(kind, name));
     if (&kind == &Planner::kFilters) {
@@ -55,7 +72,8 @@ ListEntry MakeEntry(const HelperKind& kind, const std::string& name) {
     }
     // Left to the program, the codec is the container's default.
     if (name == IFormatCodec::CODEC_ID_AUTO) return {name, {}};
-    return {name, {{"encoder", Kestro::FFWrapper::EncoderNameFromCodecId(name)}}};
+    const StreamType type = &kind == &Planner::kVideoCodecs ? StreamType::Video : StreamType::Audio;
+    return {name, {{"encoder", Kestro::FFWrapper::EncoderNameFromCodecId(name)}, {"containers", Carriers(type, name)}}};
 }
 
 Json TreeJson(const Property& settings) { return Json::parse(Planner::ToJson(settings)); }

@@ -69,7 +69,8 @@ constexpr EncoderRecord kRecords[] = {
      .name = "libx264",
      .quality = &kX26x,
      .usual = {.quality = 58, .keyInterval = 250, .bFrames = 3},  // crf 22
-     .pixelFormats = kX26xPixels},
+     .pixelFormats = kX26xPixels,
+     .needsEvenSides = true},
     {.codecId = Video::CODEC_ID_H265,
      .name = "libx265",
      .quality = &kX26x,
@@ -77,6 +78,7 @@ constexpr EncoderRecord kRecords[] = {
      .passes = Passes::X265Parameters,
      .pixelFormats = kX26xPixels,
      .deepPixelFormat = "yuv420p10le",
+     .needsEvenSides = true,
      .profile = &Video::TAG_X265_PROFILE_MAIN,
      .profileWord = "main"},
     {.codecId = Video::CODEC_ID_VP8,
@@ -97,6 +99,7 @@ constexpr EncoderRecord kRecords[] = {
      .usual = {.quality = 48},  // crf 35
      .hasRateBuffer = false,
      .passes = Passes::None,
+     .needsEvenSides = true,
      .videoLimits = BitrateLimits{1'000, 100'000'000}},  // it counts in kbit/s
     {.codecId = Video::CODEC_ID_AV1, .name = "libaom-av1", .quality = &kVp9, .usual = {.quality = 53}},
     {.codecId = Video::CODEC_ID_THEORA,
@@ -131,12 +134,18 @@ constexpr EncoderRecord kRecords[] = {
      .pixelFormats = kAlways420},
     {.codecId = Video::CODEC_ID_H263, .name = "h263", .quality = &kMpeg, .usual = kMpegUsual},
     {.codecId = Video::CODEC_ID_FLV1, .name = "flv", .quality = &kMpeg, .usual = kMpegUsual},
-    {.codecId = Video::CODEC_ID_WMV2, .name = "wmv2", .quality = &kMpeg, .usual = kMpegUsual},
+    {.codecId = Video::CODEC_ID_WMV2, .name = "wmv2", .quality = &kMpeg, .usual = kMpegUsual, .needsEvenSides = true},
+    {.codecId = Video::CODEC_ID_UTVIDEO,
+     .name = "utvideo",
+     .heedsBitrate = false,
+     .passes = Passes::None,
+     .needsEvenSides = true},
     {.codecId = Video::CODEC_ID_DVVIDEO,
      .name = "dvvideo",
      .heedsBitrate = false,
      .passes = Passes::None,
-     .pixelFormats = kDvPixels},
+     .pixelFormats = kDvPixels,
+     .needsEvenSides = true},
     {.codecId = Audio::CODEC_ID_AAC,
      .name = "aac",
      .profiles = kAacProfiles,
@@ -187,6 +196,12 @@ std::string EncoderRecord::PixelFormat(const std::string& ofProfile, int64_t lin
         if (fits) return format.name;
     }
     return {};
+}
+
+bool NeedsEvenSides(const std::string& encoderName, const std::string& codecId) {
+    const EncoderRecord* own = EncoderRecord::Find(encoderName);
+    const EncoderRecord* record = own != nullptr ? own : EncoderRecord::OfCodec(codecId);
+    return record != nullptr && record->needsEvenSides;
 }
 
 bool IsAlwaysLossless(const std::string& codecId) {

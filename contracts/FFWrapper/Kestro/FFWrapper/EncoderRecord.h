@@ -57,6 +57,7 @@ struct KESTRO_FFWRAPPER_API EncoderRecord {
     const char* deepPixelFormat = nullptr;
     /// Its pictures are read by the matrix of BT.601, by which they must be made (JFIF).
     bool isBt601 = false;
+    bool needsEvenSides = false;  ///< it refuses frames of an odd width or height
     /// An option, and its value, without which it refuses transparent pixels; null: it needs none.
     const char* alphaOption = nullptr;
     const char* alphaValue = nullptr;
@@ -82,6 +83,10 @@ struct KESTRO_FFWRAPPER_API EncoderRecord {
     /// source's.
     std::string PixelFormat(const std::string& ofProfile, int64_t lines) const;
 };
+
+/// Whether an encoder of FFmpeg's refuses frames of an odd width or height: as its row says, or that of the codec's
+/// best.
+KESTRO_FFWRAPPER_API bool NeedsEvenSides(const std::string& encoderName, const std::string& codecId);
 
 /// Whether a codec loses nothing of the picture or sound, so that no bitrate or quality moves it.
 KESTRO_FFWRAPPER_API bool IsAlwaysLossless(const std::string& codecId);
