@@ -15,7 +15,7 @@ TEST_F(Inputs, MayBeSequencesOfPictures) {
     EXPECT_EQ(report["input"]["sequence"], (Json{{"fps", "30000/1001"}, {"first", 998}, {"count", 5}}));
     EXPECT_EQ(Run("datahelpers plan 'fr%d/a%%_%03d.png' out.mkv --fps 5 --json >plan && " + convert +
                   "--plan plan out.mkv >&2; ffprobe -v error -count_packets -of csv=p=0 -show_entries "
-                  "stream=r_frame_rate,nb_read_packets out.mkv")
+                  "stream=avg_frame_rate,nb_read_packets out.mkv")
                   .out,
               "5/1,5\n");
     const Table<2> refused = {

@@ -22,7 +22,7 @@ constexpr int64_t kVcdBuffer = 327'680;
 // A DVD player reads whole packs at that rate, however little is in them; one of Video CDs 75 sectors a
 // second, and of Super Video CDs twice as many.
 constexpr int64_t kDvdRate = 10'080'000;
-constexpr int64_t kVcdRate = 75 * 2352 * 8;
+constexpr int64_t kVcdRate = int64_t{75} * 2352 * 8;
 constexpr int64_t kSvcdRate = 2 * kVcdRate;
 // What discs have room for beside their sound.
 constexpr int64_t kSvcdVideo = 2'040'000;
