@@ -17,7 +17,8 @@ protected:
     /// An ffmpeg that makes of Sun's sound files something of its own.
     static std::string FakeFor(const std::string& script) {
         return R"(real=$(command -v ffmpeg); fake "case \"\$*\" in *' -f au '*) )" + script +
-               R"(;; *) exec $real \"\$@\";; esac")" "\n";
+               R"(;; *) exec $real \"\$@\";; esac")"
+               "\n";
     }
 };
 
