@@ -45,7 +45,7 @@ std::vector<std::filesystem::path> PresetFolders() {
         const char* value = std::getenv(name);
         return std::filesystem::path(value != nullptr ? value : "");
     };
-    // Relative paths in these variables are to be ignored (XDG Base Directory Specification).
+    // Relative paths in these variables are to be ignored, by the rules of XDG.
     std::filesystem::path configuration = variable("XDG_CONFIG_HOME");
     if (!configuration.is_absolute()) configuration = variable("HOME") / ".config";
     if (configuration.is_absolute()) folders.push_back(configuration / "datahelpers/presets");
